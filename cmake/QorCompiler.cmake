@@ -1,0 +1,37 @@
+# Compiler settings that hold for every target.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_C_VISIBILITY_PRESET hidden)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
+endif()
+
+find_program(QOR_CCACHE ccache)
+if(QOR_CCACHE)
+  set(CMAKE_C_COMPILER_LAUNCHER "${QOR_CCACHE}")
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${QOR_CCACHE}")
+endif()
+
+# The signal path is reproducible bit for bit: every operation is rounded on its own, nothing is fused.
+add_compile_options(-ffp-contract=off)
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
+  $<$<COMPILE_LANGUAGE:C>:-Wno-non-virtual-dtor> $<$<COMPILE_LANGUAGE:C>:-Wno-overloaded-virtual>)
+option(QOR_WERROR "Warnings are errors" OFF)
+if(QOR_WERROR)
+  add_compile_options(-Werror)
+endif()
+
+set(QOR_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
+if(QOR_SANITIZE)
+  add_compile_options("-fsanitize=${QOR_SANITIZE}" -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options("-fsanitize=${QOR_SANITIZE}")
+endif()
+
+option(QOR_FUZZ "Build the libFuzzer targets (needs clang)" OFF)

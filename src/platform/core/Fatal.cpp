@@ -1,0 +1,15 @@
+#include "platform/core/Fatal.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace platform {
+
+void fatalError(std::string_view message) noexcept {
+    std::fwrite(message.data(), 1, message.size(), stderr);
+    std::fputc('\n', stderr);
+    std::fflush(stderr);
+    std::abort();
+}
+
+} // namespace platform
