@@ -6,6 +6,7 @@
 #include "platform/core/Log.h"
 #include "platform/core/NSError.h"
 #include "platform/core/NSTimer.h"
+#include "platform/core/ProcessInfo.h"
 #include "platform/core/Ref.h"
 #include "platform/core/Result.h"
 #include "platform/core/RunLoop.h"
