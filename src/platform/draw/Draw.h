@@ -1,0 +1,12 @@
+// Everything of the drawing layer, brought into the system's namespace.
+#pragma once
+
+#include "platform/draw/CGAffineTransform.h"
+#include "platform/draw/CGContext.h"
+#include "platform/draw/CGGeometry.h"
+#include "platform/draw/UIBezierPath.h"
+#include "platform/draw/UIColor.h"
+
+namespace qor {
+using namespace platform;
+} // namespace qor
