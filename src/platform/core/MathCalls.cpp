@@ -1,0 +1,20 @@
+// Built with -fno-builtin, which is what keeps the calls calls.
+#include "platform/core/MathCalls.h"
+
+#include <cmath>
+
+namespace platform {
+
+float libraryPower(float base, float exponent) noexcept {
+    return ::powf(base, exponent);
+}
+
+float librarySine(float radians) noexcept {
+    return ::sinf(radians);
+}
+
+float libraryLogarithm(float value) noexcept {
+    return ::logf(value);
+}
+
+} // namespace platform
