@@ -160,8 +160,8 @@ private:
 
     // False for an input that lies in this object: the order of the passes shows in it.
     bool mayOverlapPasses(const float* input, int count) const {
-        const std::less<const void*> before;
-        return !before(input, this + 1) || !before(this, input + std::max(count, 0));
+        const auto endsBefore = [](const void* a, const void* b) { return std::less_equal<>()(a, b); };
+        return endsBefore(this + 1, input) || endsBefore(input + std::max(count, 0), this);
     }
 };
 

@@ -108,7 +108,7 @@ public:
 private:
     static float atLeast16(float samples) { return samples < 16.0F ? 16.0F : samples; }
 
-    std::int32_t holdSamples() const { return saturatingCast<std::int32_t>(decay * samplerate); }
+    std::int32_t holdSamples() const { return platform::saturatingCast<std::int32_t>(decay * samplerate); }
 
     // A guard made for floats, applied to a double: it looks at mantissa bits and silences about one step in
     // 256. None of the usual rates is among them; at 1000 Hz the rise is.

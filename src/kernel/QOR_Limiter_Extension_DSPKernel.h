@@ -30,7 +30,7 @@ enum : AUParameterAddress {
 /// `process` and the events run on the render thread, parameters may also be written on the main thread,
 /// where the meters are read: plain fields, without a lock. Nothing allocates after construction. There is no
 /// error path: what is out of range is dropped.
-class QOR_Limiter_Extension_DSPKernel : public DSPKernel {
+class QOR_Limiter_Extension_DSPKernel final : public DSPKernel {
 public:
     static constexpr int kSlotCount = 15;
     static constexpr float kSlotDefaults[kSlotCount] = {};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <concepts>
+#include <cstdint>
 #include <limits>
 
 namespace platform {
@@ -10,18 +11,19 @@ namespace platform {
 template <std::integral Integer, std::floating_point Float>
 constexpr Integer saturatingCast(Float value) noexcept {
     using Limits = std::numeric_limits<Integer>;
+    constexpr auto kLeast = static_cast<Float>(Limits::min());
     // The first power of two above the range; unlike the range's maximum it is exact in every format.
-    constexpr Float kEnd = static_cast<Float>(Limits::max() / 2 + 1) * Float(2);
-    if (value != value) {
-        return 0;
-    }
-    if (value <= static_cast<Float>(Limits::min())) {
-        return Limits::min();
-    }
+    constexpr Float kEnd = Float(2) * static_cast<Float>(std::uint64_t{1} << (Limits::digits - 1));
     if (value >= kEnd) {
         return Limits::max();
     }
-    return static_cast<Integer>(value);
+    if (value <= kLeast) {
+        return Limits::min();
+    }
+    if (value > kLeast) {
+        return static_cast<Integer>(value);
+    }
+    return 0;
 }
 
 } // namespace platform

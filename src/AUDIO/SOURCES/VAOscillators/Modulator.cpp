@@ -7,6 +7,7 @@ namespace qor {
 
 using platform::libraryPower;
 using platform::librarySine;
+using platform::saturatingCast;
 
 namespace {
 

@@ -83,7 +83,7 @@ public:
 
     /// The logarithmic ramp read at |x|, without interpolation, with the sign of x; 1.0 from |x| = 1.0 on.
     static float getValueFrequencyScaled(float x) {
-        const auto i = saturatingCast<std::int32_t>(std::fabs(x) * 4096.0F);
+        const auto i = platform::saturatingCast<std::int32_t>(std::fabs(x) * 4096.0F);
         const float r = i < 0 ? 0.0F : (i >= kTableSize ? 1.0F : waveRampLogUp[i]);
         return x < 0.0F ? -r : r;
     }
