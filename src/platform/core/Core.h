@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/core/Block.h"
+#include "platform/core/Checked.h"
 #include "platform/core/Fatal.h"
 #include "platform/core/Log.h"
 #include "platform/core/MathCalls.h"

@@ -1,0 +1,102 @@
+// The elastic and overshooting curves. q is the period, s the phase, both in frames.
+#include "Common/Animator.h"
+
+#include <cmath>
+
+namespace qor {
+
+namespace {
+constexpr float kPi = 3.14159265358979323846f;
+} // namespace
+
+float Animator::easeInElastic(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+    const float f = static_cast<float>(currentFrame);
+    const float n = static_cast<float>(numFrames);
+    const float t = f / n;
+    if (f == 0.0f) {
+        return b;
+    }
+    if (t == 1.0f) {
+        return b + c;
+    }
+    const float q = n * 0.3f;
+    const float s = q / 4.0f;
+    const float u = t - 1.0f;
+    return -(c * powf(2.0f, 10.0f * u) * sinf((u * n - s) * 2.0f * kPi / q)) + b;
+}
+
+float Animator::easeOutElastic(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+    const float f = static_cast<float>(currentFrame);
+    const float n = static_cast<float>(numFrames);
+    const float t = f / n;
+    if (f == 0.0f) {
+        return b;
+    }
+    if (t == 1.0f) {
+        return b + c;
+    }
+    const float q = n * 0.3f;
+    const float s = q / 4.0f;
+    return c * powf(2.0f, -10.0f * t) * sinf((t * n - s) * 2.0f * kPi / q) + c + b;
+}
+
+float Animator::easeInOutElastic(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+    const float f = static_cast<float>(currentFrame);
+    const float n = static_cast<float>(numFrames);
+    if (f == 0.0f) {
+        return b;
+    }
+    const float v = f / (n / 2.0f);
+    if (v == 2.0f) {
+        return b + c;
+    }
+    const float q = n * 0.45000002f;
+    const float s = q / 4.0f;
+    const float w = ((v - 1.0f) * n - s) * 2.0f;
+    if (v < 1.0f) {
+        return -0.5f * (c * powf(2.0f, 10.0f * (v - 1.0f)) * sinf(w * kPi / q)) + b;
+    }
+    return c * powf(2.0f, -10.0f * (v - 1.0f)) * sinf(w * kPi / q) * 0.5f + c + b;
+}
+
+float Animator::easeOutInElastic(std::int64_t currentFrame, float sourceValue, float amount,
+                                 std::int64_t numFrames) const {
+    const float h = amount / 2.0f;
+    if (currentFrame < numFrames / 2) {
+        return easeOutElastic(checkedMultiply(currentFrame, 2), sourceValue, h, numFrames);
+    }
+    return easeInElastic(checkedSubtract(checkedMultiply(currentFrame, 2), numFrames), sourceValue + h, h,
+                         numFrames);
+}
+
+float Animator::easeInBack(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+    const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
+    return c * (t * t) * (2.70158f * t - 1.70158f) + b;
+}
+
+float Animator::easeOutBack(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+    const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
+    const float u = t - 1.0f;
+    return c * (u * u * (2.70158f * u + 1.70158f) + 1.0f) + b;
+}
+
+float Animator::easeInOutBack(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+    const float v = static_cast<float>(currentFrame) / (static_cast<float>(numFrames) / 2.0f);
+    if (v < 1.0f) {
+        return c / 2.0f * (v * v) * (3.5949094f * v - 2.5949094f) + b;
+    }
+    const float u = v - 2.0f;
+    return c / 2.0f * (u * u * (3.5949094f * u + 2.5949094f) + 2.0f) + b;
+}
+
+float Animator::easeOutInBack(std::int64_t currentFrame, float sourceValue, float amount,
+                              std::int64_t numFrames) const {
+    const float h = amount / 2.0f;
+    if (currentFrame < numFrames / 2) {
+        return easeOutBack(checkedMultiply(currentFrame, 2), sourceValue, h, numFrames);
+    }
+    return easeInBack(checkedSubtract(checkedMultiply(currentFrame, 2), numFrames), sourceValue + h, h,
+                      numFrames);
+}
+
+} // namespace qor
