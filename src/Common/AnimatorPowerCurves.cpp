@@ -6,27 +6,31 @@
 
 namespace qor {
 
-float Animator::easeNone(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeNone(std::int64_t currentFrame, float sourceValue, float amount,
+                         std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
-    return c * t + b;
+    return amount * t + sourceValue;
 }
 
-float Animator::easeInQuad(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeInQuad(std::int64_t currentFrame, float sourceValue, float amount,
+                           std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
-    return c * powf(t, 2.0f) + b;
+    return amount * powf(t, 2.0f) + sourceValue;
 }
 
-float Animator::easeOutQuad(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeOutQuad(std::int64_t currentFrame, float sourceValue, float amount,
+                            std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
-    return -c * t * (t - 2.0f) + b;
+    return -amount * t * (t - 2.0f) + sourceValue;
 }
 
-float Animator::easeInOutQuad(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeInOutQuad(std::int64_t currentFrame, float sourceValue, float amount,
+                              std::int64_t numFrames) const {
     const float v = static_cast<float>(currentFrame) / (static_cast<float>(numFrames) / 2.0f);
     if (v < 1.0f) {
-        return c / 2.0f * powf(v, 2.0f) + b;
+        return amount / 2.0f * powf(v, 2.0f) + sourceValue;
     }
-    return -c / 2.0f * ((v - 1.0f) * (v - 1.0f - 2.0f) - 1.0f) + b;
+    return -amount / 2.0f * ((v - 1.0f) * (v - 1.0f - 2.0f) - 1.0f) + sourceValue;
 }
 
 float Animator::easeOutInQuad(std::int64_t currentFrame, float sourceValue, float amount,
@@ -39,23 +43,26 @@ float Animator::easeOutInQuad(std::int64_t currentFrame, float sourceValue, floa
                       numFrames);
 }
 
-float Animator::easeInCubic(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeInCubic(std::int64_t currentFrame, float sourceValue, float amount,
+                            std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
-    return c * powf(t, 3.0f) + b;
+    return amount * powf(t, 3.0f) + sourceValue;
 }
 
-float Animator::easeOutCubic(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeOutCubic(std::int64_t currentFrame, float sourceValue, float amount,
+                             std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
     const float u = t - 1.0f;
-    return c * (powf(u, 3.0f) + 1.0f) + b;
+    return amount * (powf(u, 3.0f) + 1.0f) + sourceValue;
 }
 
-float Animator::easeInOutCubic(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeInOutCubic(std::int64_t currentFrame, float sourceValue, float amount,
+                               std::int64_t numFrames) const {
     const float v = static_cast<float>(currentFrame) / (static_cast<float>(numFrames) / 2.0f);
     if (v < 1.0f) {
-        return c / 2.0f * powf(v, 3.0f) + b;
+        return amount / 2.0f * powf(v, 3.0f) + sourceValue;
     }
-    return c / 2.0f * (powf(v - 2.0f, 3.0f) + 2.0f) + b;
+    return amount / 2.0f * (powf(v - 2.0f, 3.0f) + 2.0f) + sourceValue;
 }
 
 float Animator::easeOutInCubic(std::int64_t currentFrame, float sourceValue, float amount,
@@ -68,25 +75,29 @@ float Animator::easeOutInCubic(std::int64_t currentFrame, float sourceValue, flo
                        numFrames);
 }
 
-float Animator::easeInQuart(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeInQuart(std::int64_t currentFrame, float sourceValue, float amount,
+                            std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
-    return c * powf(t, 4.0f) + b;
+    return amount * powf(t, 4.0f) + sourceValue;
 }
 
-float Animator::easeOutQuart(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
-    // The fourth power with the odd powers' plus: it starts at b + 2c and falls to b + c. Kept so.
+float Animator::easeOutQuart(std::int64_t currentFrame, float sourceValue, float amount,
+                             std::int64_t numFrames) const {
+    // The fourth power with the odd powers' plus: it starts at the source plus twice the amount and falls to
+    // the end. Kept so.
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
     const float u = t - 1.0f;
-    return c * (powf(u, 4.0f) + 1.0f) + b;
+    return amount * (powf(u, 4.0f) + 1.0f) + sourceValue;
 }
 
-float Animator::easeInOutQuart(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeInOutQuart(std::int64_t currentFrame, float sourceValue, float amount,
+                               std::int64_t numFrames) const {
     const float v = static_cast<float>(currentFrame) / (static_cast<float>(numFrames) / 2.0f);
     if (v < 1.0f) {
-        return c / 2.0f * powf(v, 4.0f) + b;
+        return amount / 2.0f * powf(v, 4.0f) + sourceValue;
     }
-    // The plus of the odd powers again: a jump to b + 1.5c in the middle. Kept so.
-    return c / 2.0f * (powf(v - 2.0f, 4.0f) + 2.0f) + b;
+    // The plus of the odd powers again: a jump to one and a half times the amount in the middle. Kept so.
+    return amount / 2.0f * (powf(v - 2.0f, 4.0f) + 2.0f) + sourceValue;
 }
 
 float Animator::easeOutInQuart(std::int64_t currentFrame, float sourceValue, float amount,
@@ -99,23 +110,26 @@ float Animator::easeOutInQuart(std::int64_t currentFrame, float sourceValue, flo
                        numFrames);
 }
 
-float Animator::easeInQuint(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeInQuint(std::int64_t currentFrame, float sourceValue, float amount,
+                            std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
-    return c * powf(t, 5.0f) + b;
+    return amount * powf(t, 5.0f) + sourceValue;
 }
 
-float Animator::easeOutQuint(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeOutQuint(std::int64_t currentFrame, float sourceValue, float amount,
+                             std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
     const float u = t - 1.0f;
-    return c * (powf(u, 5.0f) + 1.0f) + b;
+    return amount * (powf(u, 5.0f) + 1.0f) + sourceValue;
 }
 
-float Animator::easeInOutQuint(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeInOutQuint(std::int64_t currentFrame, float sourceValue, float amount,
+                               std::int64_t numFrames) const {
     const float v = static_cast<float>(currentFrame) / (static_cast<float>(numFrames) / 2.0f);
     if (v < 1.0f) {
-        return c / 2.0f * powf(v, 5.0f) + b;
+        return amount / 2.0f * powf(v, 5.0f) + sourceValue;
     }
-    return c / 2.0f * (powf(v - 2.0f, 5.0f) + 2.0f) + b;
+    return amount / 2.0f * (powf(v - 2.0f, 5.0f) + 2.0f) + sourceValue;
 }
 
 float Animator::easeOutInQuint(std::int64_t currentFrame, float sourceValue, float amount,

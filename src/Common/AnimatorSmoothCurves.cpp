@@ -1,4 +1,4 @@
-// The sine, exponential and circular curves. t is the part done, b the source, c the amount.
+// The sine, exponential and circular curves. t is the part done.
 #include "Common/Animator.h"
 
 #include <cmath>
@@ -9,20 +9,23 @@ namespace {
 constexpr float kPi = 3.14159265358979323846f;
 } // namespace
 
-float Animator::easeInSine(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeInSine(std::int64_t currentFrame, float sourceValue, float amount,
+                           std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
-    return -c * cosf(t * kPi / 2.0f) + c + b;
+    return -amount * cosf(t * kPi / 2.0f) + amount + sourceValue;
 }
 
-float Animator::easeOutSine(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeOutSine(std::int64_t currentFrame, float sourceValue, float amount,
+                            std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
-    return c * sinf(t * kPi / 2.0f) + b;
+    return amount * sinf(t * kPi / 2.0f) + sourceValue;
 }
 
-float Animator::easeInOutSine(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeInOutSine(std::int64_t currentFrame, float sourceValue, float amount,
+                              std::int64_t numFrames) const {
     const float f = static_cast<float>(currentFrame);
     const float n = static_cast<float>(numFrames);
-    return -c / 2.0f * (cosf(kPi * f / n) - 1.0f) + b;
+    return -amount / 2.0f * (cosf(kPi * f / n) - 1.0f) + sourceValue;
 }
 
 float Animator::easeOutInSine(std::int64_t currentFrame, float sourceValue, float amount,
@@ -35,41 +38,44 @@ float Animator::easeOutInSine(std::int64_t currentFrame, float sourceValue, floa
                       numFrames);
 }
 
-float Animator::easeInExpo(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeInExpo(std::int64_t currentFrame, float sourceValue, float amount,
+                           std::int64_t numFrames) const {
     const float f = static_cast<float>(currentFrame);
     const float n = static_cast<float>(numFrames);
     if (f == 0.0f) {
-        return b;
+        return sourceValue;
     }
     const float t = f / n;
-    return c * powf(2.0f, 10.0f * (t - 1.0f)) + b;
+    return amount * powf(2.0f, 10.0f * (t - 1.0f)) + sourceValue;
 }
 
-float Animator::easeOutExpo(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeOutExpo(std::int64_t currentFrame, float sourceValue, float amount,
+                            std::int64_t numFrames) const {
     const float f = static_cast<float>(currentFrame);
     const float n = static_cast<float>(numFrames);
     if (f == n) {
-        return b + c;
+        return sourceValue + amount;
     }
     const float t = f / n;
-    return c * (1.0f - powf(2.0f, -10.0f * t)) + b;
+    return amount * (1.0f - powf(2.0f, -10.0f * t)) + sourceValue;
 }
 
-float Animator::easeInOutExpo(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeInOutExpo(std::int64_t currentFrame, float sourceValue, float amount,
+                              std::int64_t numFrames) const {
     const float f = static_cast<float>(currentFrame);
     const float n = static_cast<float>(numFrames);
     if (f == 0.0f) {
-        return b;
+        return sourceValue;
     }
     if (f == n) {
-        return b + c;
+        return sourceValue + amount;
     }
     // Halved where the other curves double: within the range the second branch is never reached. Kept so.
     const float v = f / n / 2.0f;
     if (v < 1.0f) {
-        return c / 2.0f * powf(2.0f, 10.0f * (v - 1.0f)) + b;
+        return amount / 2.0f * powf(2.0f, 10.0f * (v - 1.0f)) + sourceValue;
     }
-    return c / 2.0f * (2.0f - powf(2.0f, -10.0f * (v - 1.0f))) + b;
+    return amount / 2.0f * (2.0f - powf(2.0f, -10.0f * (v - 1.0f))) + sourceValue;
 }
 
 float Animator::easeOutInExpo(std::int64_t currentFrame, float sourceValue, float amount,
@@ -82,24 +88,27 @@ float Animator::easeOutInExpo(std::int64_t currentFrame, float sourceValue, floa
                       numFrames);
 }
 
-float Animator::easeInCirc(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeInCirc(std::int64_t currentFrame, float sourceValue, float amount,
+                           std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
-    return -c * (sqrtf(1.0f - t * t) - 1.0f) + b;
+    return -amount * (sqrtf(1.0f - t * t) - 1.0f) + sourceValue;
 }
 
-float Animator::easeOutCirc(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeOutCirc(std::int64_t currentFrame, float sourceValue, float amount,
+                            std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
     const float u = t - 1.0f;
-    return c * sqrtf(1.0f - u * u) + b;
+    return amount * sqrtf(1.0f - u * u) + sourceValue;
 }
 
-float Animator::easeInOutCirc(std::int64_t currentFrame, float b, float c, std::int64_t numFrames) const {
+float Animator::easeInOutCirc(std::int64_t currentFrame, float sourceValue, float amount,
+                              std::int64_t numFrames) const {
     const float v = static_cast<float>(currentFrame) / (static_cast<float>(numFrames) / 2.0f);
     if (v < 1.0f) {
-        return -c / 2.0f * (sqrtf(1.0f - v * v) - 1.0f) + b;
+        return -amount / 2.0f * (sqrtf(1.0f - v * v) - 1.0f) + sourceValue;
     }
     const float u = v - 2.0f;
-    return c / 2.0f * (sqrtf(1.0f - u * u) + 1.0f) + b;
+    return amount / 2.0f * (sqrtf(1.0f - u * u) + 1.0f) + sourceValue;
 }
 
 float Animator::easeOutInCirc(std::int64_t currentFrame, float sourceValue, float amount,
