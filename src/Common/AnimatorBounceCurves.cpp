@@ -38,8 +38,8 @@ float Animator::easeOutBounce(std::int64_t currentFrame, float sourceValue, floa
 
 float Animator::easeInOutBounce(std::int64_t currentFrame, float sourceValue, float amount,
                                 std::int64_t numFrames) const {
-    const float f = static_cast<float>(currentFrame);
-    const float n = static_cast<float>(numFrames);
+    const auto f = static_cast<float>(currentFrame);
+    const auto n = static_cast<float>(numFrames);
     if (f < n / 2.0f) {
         return easeInBounce(frameNumber(f * 2.0f), 0.0f, amount, numFrames) * 0.5f + sourceValue;
     }

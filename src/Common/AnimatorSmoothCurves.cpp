@@ -23,8 +23,8 @@ float Animator::easeOutSine(std::int64_t currentFrame, float sourceValue, float 
 
 float Animator::easeInOutSine(std::int64_t currentFrame, float sourceValue, float amount,
                               std::int64_t numFrames) const {
-    const float f = static_cast<float>(currentFrame);
-    const float n = static_cast<float>(numFrames);
+    const auto f = static_cast<float>(currentFrame);
+    const auto n = static_cast<float>(numFrames);
     return -amount / 2.0f * (cosf(kPi * f / n) - 1.0f) + sourceValue;
 }
 
@@ -40,8 +40,8 @@ float Animator::easeOutInSine(std::int64_t currentFrame, float sourceValue, floa
 
 float Animator::easeInExpo(std::int64_t currentFrame, float sourceValue, float amount,
                            std::int64_t numFrames) const {
-    const float f = static_cast<float>(currentFrame);
-    const float n = static_cast<float>(numFrames);
+    const auto f = static_cast<float>(currentFrame);
+    const auto n = static_cast<float>(numFrames);
     if (f == 0.0f) {
         return sourceValue;
     }
@@ -51,8 +51,8 @@ float Animator::easeInExpo(std::int64_t currentFrame, float sourceValue, float a
 
 float Animator::easeOutExpo(std::int64_t currentFrame, float sourceValue, float amount,
                             std::int64_t numFrames) const {
-    const float f = static_cast<float>(currentFrame);
-    const float n = static_cast<float>(numFrames);
+    const auto f = static_cast<float>(currentFrame);
+    const auto n = static_cast<float>(numFrames);
     if (f == n) {
         return sourceValue + amount;
     }
@@ -62,8 +62,8 @@ float Animator::easeOutExpo(std::int64_t currentFrame, float sourceValue, float 
 
 float Animator::easeInOutExpo(std::int64_t currentFrame, float sourceValue, float amount,
                               std::int64_t numFrames) const {
-    const float f = static_cast<float>(currentFrame);
-    const float n = static_cast<float>(numFrames);
+    const auto f = static_cast<float>(currentFrame);
+    const auto n = static_cast<float>(numFrames);
     if (f == 0.0f) {
         return sourceValue;
     }

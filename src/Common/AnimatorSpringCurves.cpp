@@ -11,8 +11,8 @@ constexpr float kPi = 3.14159265358979323846f;
 
 float Animator::easeInElastic(std::int64_t currentFrame, float sourceValue, float amount,
                               std::int64_t numFrames) const {
-    const float f = static_cast<float>(currentFrame);
-    const float n = static_cast<float>(numFrames);
+    const auto f = static_cast<float>(currentFrame);
+    const auto n = static_cast<float>(numFrames);
     const float t = f / n;
     if (f == 0.0f) {
         return sourceValue;
@@ -28,8 +28,8 @@ float Animator::easeInElastic(std::int64_t currentFrame, float sourceValue, floa
 
 float Animator::easeOutElastic(std::int64_t currentFrame, float sourceValue, float amount,
                                std::int64_t numFrames) const {
-    const float f = static_cast<float>(currentFrame);
-    const float n = static_cast<float>(numFrames);
+    const auto f = static_cast<float>(currentFrame);
+    const auto n = static_cast<float>(numFrames);
     const float t = f / n;
     if (f == 0.0f) {
         return sourceValue;
@@ -44,8 +44,8 @@ float Animator::easeOutElastic(std::int64_t currentFrame, float sourceValue, flo
 
 float Animator::easeInOutElastic(std::int64_t currentFrame, float sourceValue, float amount,
                                  std::int64_t numFrames) const {
-    const float f = static_cast<float>(currentFrame);
-    const float n = static_cast<float>(numFrames);
+    const auto f = static_cast<float>(currentFrame);
+    const auto n = static_cast<float>(numFrames);
     if (f == 0.0f) {
         return sourceValue;
     }
