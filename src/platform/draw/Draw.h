@@ -4,8 +4,12 @@
 #include "platform/draw/CGAffineTransform.h"
 #include "platform/draw/CGContext.h"
 #include "platform/draw/CGGeometry.h"
+#include "platform/draw/NSParagraphStyle.h"
+#include "platform/draw/NSStringDrawing.h"
 #include "platform/draw/UIBezierPath.h"
 #include "platform/draw/UIColor.h"
+#include "platform/draw/UIFont.h"
+#include "platform/draw/UIImage.h"
 
 namespace qor {
 using namespace platform;

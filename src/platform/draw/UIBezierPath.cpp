@@ -1,7 +1,7 @@
 #include "platform/draw/UIBezierPath.h"
 
-#include "platform/core/Text.h"
 #include "platform/draw/CGContext.h"
+#include "platform/draw/NumberText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -43,14 +43,9 @@ int windingOfEdge(const CGPoint& a, const CGPoint& b, const CGPoint& p) {
     return down ? 1 : -1;
 }
 
-void append(std::string& line, double number) {
-    line += ' ';
-    line += text(number);
-}
-
 void append(std::string& line, const CGPoint& point) {
-    append(line, point.x);
-    append(line, point.y);
+    appendNumber(line, point.x);
+    appendNumber(line, point.y);
 }
 
 } // namespace
@@ -228,11 +223,11 @@ std::string UIBezierPath::description() const {
     if (shape_ != Shape::free) {
         std::string line = shape_ == Shape::rect ? "rect" : shape_ == Shape::oval ? "oval" : "roundedRect";
         append(line, shapeRect_.origin);
-        append(line, shapeRect_.size.width);
-        append(line, shapeRect_.size.height);
+        appendNumber(line, shapeRect_.size.width);
+        appendNumber(line, shapeRect_.size.height);
         if (shape_ == Shape::roundedRect) {
             line += " radius";
-            append(line, cornerRadius_);
+            appendNumber(line, cornerRadius_);
         }
         return line;
     }

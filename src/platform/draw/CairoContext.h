@@ -1,0 +1,42 @@
+// A context that draws on any Cairo surface.
+#pragma once
+
+#include "platform/draw/CGContext.h"
+
+// NOLINTNEXTLINE(bugprone-reserved-identifier): Cairo's own name, so that its header isn't needed here
+typedef struct _cairo cairo_t;
+
+namespace platform {
+
+/// Draws on `cairo`, which stays alive as long as the context. The matrix and clip that it has at the start
+/// are those of the surface: user space begins as points under that matrix. No state of this class can bring
+/// Cairo into its error state.
+class CairoContext : public CGContext {
+public:
+    explicit CairoContext(cairo_t* cairo);
+    ~CairoContext() override;
+
+    /// False once Cairo has failed (no memory).
+    bool ok() const;
+
+protected:
+    cairo_t* cairo() const { return cairo_; }
+
+    void onSave() override;
+    void onRestore() override;
+    void onClip(const CGRect& rect) override;
+    void onStroke(const UIBezierPath& path) override;
+    void onFill(const UIBezierPath& path) override;
+    void onText(const TextBlock& text, const CGPoint& origin, const UIColor& color) override;
+    void onImage(const UIImage& image, const CGRect& rect) override;
+
+private:
+    CGAffineTransform deviceMap() const;
+    bool addPath(const UIBezierPath& path, const CGAffineTransform& map);
+    void fillWith(const UIBezierPath& path, const CGAffineTransform& map, const UIColor& color);
+
+    cairo_t* cairo_;
+    CGAffineTransform base_;
+};
+
+} // namespace platform

@@ -1,0 +1,67 @@
+#include "platform/draw/FontTable.h"
+
+#include <algorithm>
+#include <array>
+
+// The files come in by the assembler: a generated array of this size would take the compiler seconds.
+#define QOR_EMBED(symbol, path)                                                                              \
+    asm(".section .rodata\n"                                                                                 \
+        ".balign 16\n"                                                                                       \
+        ".hidden " #symbol "\n.global " #symbol "\n" #symbol ":\n"                                           \
+        ".incbin \"" path "\"\n"                                                                             \
+        ".hidden " #symbol "_end\n.global " #symbol "_end\n" #symbol "_end:\n"                               \
+        ".byte 0\n"                                                                                          \
+        ".previous\n")
+
+QOR_EMBED(qor_font_regular, QOR_FONT_FOLDER "/Roboto-Regular.ttf");
+QOR_EMBED(qor_font_condensed_bold, QOR_FONT_FOLDER "/RobotoCondensed-Bold.ttf");
+
+extern "C" {
+extern const unsigned char qor_font_regular[];
+extern const unsigned char qor_font_regular_end[];
+extern const unsigned char qor_font_condensed_bold[];
+extern const unsigned char qor_font_condensed_bold_end[];
+}
+
+namespace platform {
+
+namespace {
+
+constexpr double kLineHeight = 1.2;
+
+// A text is centred in its rectangle by its line, so the share of the ascent decides what stands in the
+// middle: `middle` is how far the baseline lies below the line's centre.
+constexpr FontFace face(std::string_view name, const char* family, bool bold, double glyphScale,
+                        double middle) {
+    return {.name = name,
+            .family = family,
+            .bold = bold,
+            .glyphScale = glyphScale,
+            .ascent = kLineHeight / 2.0 + middle,
+            .descent = kLineHeight / 2.0 - middle};
+}
+
+// The condensed bold sets capitals, which stand centred; the system font sets small captions in rectangles of
+// 0.9 of its size, so its ascenders and descenders together are made to fit there.
+constexpr std::array kFaces = {
+    face("HelveticaNeue-CondensedBold", "Roboto Condensed", true, 1.0, 0.356),
+    face("HelveticaNeue", "Roboto", false, 1.0, 0.3),
+    face(kSystemFontName, "Roboto", false, 0.94, 0.25),
+};
+
+} // namespace
+
+const FontFace* findFontFace(std::string_view name) {
+    const auto* const found = std::ranges::find(kFaces, name, &FontFace::name);
+    return found == kFaces.end() ? nullptr : found;
+}
+
+std::span<const std::span<const unsigned char>> builtInFontFiles() {
+    static const std::array<std::span<const unsigned char>, 2> files = {
+        std::span(qor_font_regular, qor_font_regular_end),
+        std::span(qor_font_condensed_bold, qor_font_condensed_bold_end),
+    };
+    return files;
+}
+
+} // namespace platform
