@@ -2,28 +2,17 @@
 // the documentation are all made from it.
 #pragma once
 
+#include "kernel/ParameterAddresses.h"
 #include "platform/audio/Audio.h"
 
 #include <array>
 #include <cstddef>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace qor {
-
-inline constexpr AUParameterAddress kLimiterAttack = 0;
-inline constexpr AUParameterAddress kLimiterRelease = 1;
-inline constexpr AUParameterAddress kLimiterThreshold = 2;
-inline constexpr AUParameterAddress kLimiterKnee = 3;
-inline constexpr AUParameterAddress kLimiterTrim = 4;
-inline constexpr AUParameterAddress kLimiterMix = 5;
-inline constexpr AUParameterAddress kLimiterMode = 6;
-inline constexpr AUParameterAddress kLimiterBypass = 7;
-inline constexpr AUParameterAddress kLimiterAudition = 8;
-inline constexpr AUParameterAddress kLimiterInputFilterHP = 9;
-inline constexpr AUParameterAddress kLimiterInputFilterLP = 10;
-inline constexpr AUParameterAddress kLimiterFinalLimiter = 11;
 
 inline constexpr std::size_t kParameterCount = 12;
 

@@ -5,27 +5,12 @@
 #include "kernel/Follower.h"
 #include "kernel/Limiter2.h"
 #include "kernel/MidSideSplitter.h"
+#include "kernel/ParameterAddresses.h"
 #include "kernel/dsp/DSPKernel.h"
 
 #include <cstdint>
 
 namespace qor {
-
-/// Parameter addresses; the slots beyond them are inert.
-enum : AUParameterAddress {
-    kLimiterAttack = 0,
-    kLimiterRelease = 1,
-    kLimiterThreshold = 2,
-    kLimiterKnee = 3,
-    kLimiterTrim = 4,
-    kLimiterMix = 5,
-    kLimiterMode = 6,
-    kLimiterBypass = 7,
-    kLimiterAudition = 8,
-    kLimiterInputFilterHP = 9,
-    kLimiterInputFilterLP = 10,
-    kLimiterFinalLimiter = 11,
-};
 
 /// `process` and the events run on the render thread, parameters may also be written on the main thread,
 /// where the meters are read: plain fields, without a lock. Nothing allocates after construction. There is no

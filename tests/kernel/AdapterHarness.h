@@ -2,9 +2,8 @@
 #pragma once
 
 #include "kernel/QOR_Limiter_ExtensionDSPKernelAdapter.h"
-#include "support/CapturedLog.h"
 
-#include <cstring>
+#include <cstdint>
 #include <vector>
 
 namespace test {
@@ -60,16 +59,6 @@ struct PullRecorder {
             return answer;
         };
     }
-};
-
-/// An adapter whose limiting is bypassed, so that what it renders is its input.
-struct BypassedAdapter {
-    BypassedAdapter() { adapter.setParameterEx(7, 1.0F); }
-
-    CapturedLog log;
-    qor::QOR_Limiter_ExtensionDSPKernelAdapter adapter;
-    qor::AudioTimeStamp timestamp{.mSampleTime = 0.0, .mFlags = qor::kAudioTimeStampSampleTimeValid};
-    qor::AudioUnitRenderActionFlags flags = 0;
 };
 
 } // namespace test

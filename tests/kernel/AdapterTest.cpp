@@ -1,4 +1,5 @@
 #include "kernel/AdapterHarness.h"
+#include "support/CapturedLog.h"
 
 #include <gtest/gtest.h>
 
@@ -132,15 +133,6 @@ TEST_F(Adapter, NullFirstDataPointerReplacesTheOthersToo) {
     EXPECT_NE(out.list()->mBuffers[1].mData, out.right.data());
     EXPECT_EQ(out.right[0], -9.0F);
     EXPECT_EQ(static_cast<float*>(out.list()->mBuffers[1].mData)[5], dryRight(5));
-}
-
-TEST_F(Adapter, ANullSecondDataPointerAloneIsNotTouched) {
-    adapter.allocateRenderResources();
-    StereoOutput out(8);
-    out.list()->mNumberBuffers = 1;
-    out.list()->mBuffers[1].mData = out.right.data();
-    EXPECT_EQ(callMethod(out, 8, pull.block()), noErr);
-    EXPECT_EQ(out.list()->mBuffers[0].mData, out.left.data());
 }
 
 TEST_F(Adapter, BypassIsOneFlagUnderTwoNames) {

@@ -4,7 +4,9 @@
 
 #include "platform/core/Block.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <new>
 
 namespace platform {
 
@@ -26,8 +28,7 @@ struct AudioBuffer {
 };
 
 /// A list of buffers. The array goes on behind the structure: a list of n buffers lies in memory for n of
-/// them
-/// (`AudioBufferListStorage` makes such memory).
+/// them (`AudioBufferListStorage` makes such memory).
 struct AudioBufferList {
     std::uint32_t mNumberBuffers = 0;
     AudioBuffer mBuffers[1];
@@ -35,12 +36,21 @@ struct AudioBufferList {
 
 /// An owned list of exactly N buffers.
 template <unsigned N>
-struct AudioBufferListStorage {
+class AudioBufferListStorage {
     static_assert(N >= 1);
-    AudioBufferList list;
-    AudioBuffer more[N - 1 == 0 ? 1 : N - 1];
+    alignas(AudioBufferList) std::byte memory_[sizeof(AudioBufferList) + (N - 1) * sizeof(AudioBuffer)];
 
-    AudioBufferListStorage() { list.mNumberBuffers = N; }
+public:
+    AudioBufferList& list = *new (memory_) AudioBufferList;
+
+    AudioBufferListStorage() noexcept {
+        list.mNumberBuffers = N;
+        for (unsigned i = 1; i < N; ++i) {
+            new (list.mBuffers + i) AudioBuffer;
+        }
+    }
+    AudioBufferListStorage(const AudioBufferListStorage&) = delete;
+    AudioBufferListStorage& operator=(const AudioBufferListStorage&) = delete;
 };
 
 struct AudioTimeStamp {
