@@ -93,6 +93,9 @@ std::string fixedText(double value, int digits) {
 bool parseDouble(std::string_view source, double& value) {
     return parseWhole(source, value);
 }
+bool parseFloat(std::string_view source, float& value) {
+    return parseWhole(source, value);
+}
 bool parseInt64(std::string_view source, std::int64_t& value) {
     return parseWhole(source, value);
 }

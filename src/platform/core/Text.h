@@ -31,6 +31,7 @@ std::string fixedText(double value, int digits);
 /// The whole text as a number, with an optional sign; false if it is anything else. Accepts what `text`
 /// writes.
 bool parseDouble(std::string_view source, double& value);
+bool parseFloat(std::string_view source, float& value);
 bool parseInt64(std::string_view source, std::int64_t& value);
 
 /// Bytes in the Mac Roman encoding as UTF-8.
