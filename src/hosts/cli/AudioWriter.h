@@ -1,0 +1,75 @@
+// Writes stereo 32-bit floats to a sound file that appears when it is complete.
+#pragma once
+
+#include "hosts/cli/AtomicFile.h"
+
+#include <sndfile.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qor::cli {
+
+enum class OutputFormat : std::uint8_t { float32, pcm24, pcm16, flac };
+
+struct OutputFormatName {
+    const char* name;
+    OutputFormat format;
+};
+/// What `--format` takes. FLAC has 24 bits.
+inline constexpr std::array<OutputFormatName, 4> kOutputFormats{{
+    {"float", OutputFormat::float32},
+    {"pcm24", OutputFormat::pcm24},
+    {"pcm16", OutputFormat::pcm16},
+    {"flac", OutputFormat::flac},
+}};
+std::optional<OutputFormat> outputFormatNamed(std::string_view name);
+
+/// Whether a stereo WAV file of that many frames must be written as RF64, as its sizes go beyond 32 bits.
+bool needsRF64(OutputFormat format, std::int64_t frames);
+
+/// A stereo sound file in the making. The same samples give the same bytes: no time stamp goes in.
+class AudioWriter {
+public:
+    /// `expectedFrames` decides between WAV and RF64 only.
+    static Result<std::unique_ptr<AudioWriter>> create(const std::string& file, OutputFormat format,
+                                                       int sampleRate, std::int64_t expectedFrames);
+
+    /// Appends frames. In the integer formats samples are scaled by their full scale, rounded to the nearest,
+    /// cut at full scale and counted if beyond 1.0; what is no number becomes 0.
+    Result<void> write(const float* left, const float* right, std::size_t count);
+    /// Completes the file and gives it its name. Nothing may be written afterwards.
+    Result<void> commit();
+
+    /// Samples beyond 1.0 that the integer formats had to cut.
+    std::uint64_t clippedSamples() const noexcept { return clipped_; }
+
+private:
+    // What the library's callbacks work on; the first failure of the system is kept for the error text.
+    struct Stream {
+        int descriptor = -1;
+        int failure = 0;
+    };
+    struct Close {
+        void operator()(SNDFILE* file) const noexcept { sf_close(file); }
+    };
+
+    AudioWriter(std::unique_ptr<AtomicFile> target, OutputFormat format);
+    static SF_VIRTUAL_IO callbacks();
+    NSError failure() const;
+
+    std::unique_ptr<AtomicFile> target_;
+    OutputFormat format_;
+    Stream stream_;
+    std::unique_ptr<SNDFILE, Close> file_; // after `stream_`, which closing still uses
+    std::vector<float> floats_;
+    std::vector<int> integers_;
+    std::uint64_t clipped_ = 0;
+};
+
+} // namespace qor::cli

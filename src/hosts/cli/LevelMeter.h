@@ -1,0 +1,40 @@
+// Peak and loudness of a whole stereo signal.
+#pragma once
+
+#include <ebur128.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace qor::cli {
+
+/// Measures what is added to it. Memory does not grow with the signal's length: the loudness gate works on a
+/// histogram with steps of 0.1 LU. Samples that are not finite are counted and otherwise taken as silence.
+class LevelMeter {
+public:
+    /// `sampleRate` in Hz.
+    explicit LevelMeter(int sampleRate);
+
+    void add(const float* left, const float* right, std::size_t frames);
+
+    /// The largest magnitude in dB relative to 1.0; negative infinity for silence.
+    double peak() const noexcept;
+    /// Integrated loudness (EBU R 128) in LUFS; negative infinity for silence and for less than 0.4 s.
+    double loudness() const noexcept;
+    std::uint64_t nonFiniteSamples() const noexcept { return nonFinite_; }
+
+private:
+    struct Destroy {
+        void operator()(ebur128_state* state) const noexcept { ebur128_destroy(&state); }
+    };
+    float finite(float sample) noexcept;
+
+    std::unique_ptr<ebur128_state, Destroy> state_; // null if there was no memory for it
+    std::vector<float> interleaved_;
+    float peak_ = 0.0F;
+    std::uint64_t nonFinite_ = 0;
+};
+
+} // namespace qor::cli
