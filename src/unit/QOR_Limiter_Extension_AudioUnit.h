@@ -1,0 +1,119 @@
+// The object that a host loads: joins the kernel, the parameters and the system limiter behind them.
+#pragma once
+
+#include "AudioUnits/Apple Units/Effects/AUPeakLimiter.h"
+#include "kernel/QOR_Limiter_Extension_Parameters.h"
+#include "platform/audio/Audio.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace qor {
+
+/// The unit lends the system limiter's buses to the host as its own, so the format that the host negotiates
+/// is that unit's, and the kernel takes its rate from there. Everything but the render block belongs to the
+/// host's configuration thread; the bridges belong to the main thread. Most properties write a line to the
+/// log on every use, the unit's own uses included.
+class QOR_Limiter_Extension_AudioUnit final
+    : public AUAudioUnit,
+      public std::enable_shared_from_this<QOR_Limiter_Extension_AudioUnit> {
+public:
+    const Ref<QOR_Limiter_ExtensionDSPKernelAdapter> kernelAdapter;
+    const Ref<QOR_Limiter_Extension_Parameters> parameters;
+    Ref<AUPeakLimiter> effect; // present after construction
+
+private:
+    Ref<AUAudioUnitBusArray> inputBusArray_;  // built on first use
+    Ref<AUAudioUnitBusArray> outputBusArray_; // built on first use
+    AUMIDIOutputEventBlock _midiOutputEventBlock;
+
+public:
+    std::vector<Ref<AUAudioUnitPreset>> presets; // the factory presets as listed so far
+
+private:
+    Ref<AUAudioUnitPreset> _currentPreset;
+
+public:
+    AudioBufferList* currentOuputData = nullptr; // the output list of the latest render call; render thread
+
+    /// A unit with a working kernel at its defaults and a working system limiter. The options are dropped:
+    /// the base gets none. Fails with the base's error.
+    static Result<Ref<QOR_Limiter_Extension_AudioUnit>>
+    init(const AudioComponentDescription& componentDescription, AudioComponentInstantiationOptions options);
+    ~QOR_Limiter_Extension_AudioUnit() override = default;
+
+    /// None, whatever the host offers.
+    std::set<std::size_t>
+    supportedViewConfigurations(const std::vector<AUAudioUnitViewConfiguration>& available) override;
+
+    /// Brings the kernel and the system limiter to the limiter's output format and allocates both. Fails with
+    /// the limiter's own error; what was done before stays done.
+    Result<void> allocateRenderResources() override;
+    void deallocateRenderResources() override;
+    void reset() override;
+
+    Ref<AUAudioUnitBusArray> inputBusses() override;
+    Ref<AUAudioUnitBusArray> outputBusses() override;
+    AUAudioFrameCount maximumFramesToRender() override;
+    /// Reaches the kernel, not the system limiter, which has a limit of its own.
+    void setMaximumFramesToRender(AUAudioFrameCount frames) override;
+    bool shouldBypassEffect() override;
+    void setShouldBypassEffect(bool bypass) override;
+    Ref<AUParameterTree> parameterTree() override;
+    /// The tree stays; the given one is dropped.
+    void setParameterTree(Ref<AUParameterTree> tree) override;
+    std::vector<AUParameterAddress> parametersForOverviewWithCount(std::int64_t count) override;
+    bool isMusicDeviceOrEffect() override;
+    std::int64_t virtualMIDICableCount() override;
+    std::vector<std::string> MIDIOutputNames() override;
+    AUMIDIOutputEventBlock MIDIOutputEventBlock() override;
+    void setMIDIOutputEventBlock(AUMIDIOutputEventBlock block) override;
+    bool supportsUserPresets() override;
+    bool canPerformInput() override;
+    bool canPerformOutput() override;
+    bool canProcessInPlace() override;
+    std::optional<std::vector<std::int64_t>> channelCapabilities() override;
+    std::optional<std::vector<std::int64_t>> channelMap() override;
+    void setChannelMap(std::optional<std::vector<std::int64_t>> map) override;
+
+    /// A new closure on each call. It keeps the unit, and uses the MIDI output block and the system limiter's
+    /// render block of this moment. One call: the kernel, then, while kLimiterFinalLimiter is exactly 1.0,
+    /// the system limiter into the same list, fed by a second pull. Render thread; apart from failures it
+    /// neither allocates nor logs.
+    AUInternalRenderBlock internalRenderBlock() override;
+
+    // Bridges for the editor, by address. A negative address belongs to no parameter.
+    void setParameter(std::int32_t address, float value);
+    float getParameter(std::int32_t address);
+    /// 1.0 without reduction, falling.
+    float getDynamicsValue1();
+    float getDynamicsValue2();
+    /// Linear output peaks, 0.0 to 1.0.
+    float getPeakValue1();
+    float getPeakValue2();
+    /// Hertz, of the first output bus.
+    double getSamplerate();
+
+    /// The adapter's own buses as arrays. The host sees the system limiter's instead.
+    const Ref<AUAudioUnitBusArray>& inputBusArray();
+    const Ref<AUAudioUnitBusArray>& outputBusArray();
+
+private:
+    friend class AudioUnitInspector; // the tests' way to what is private
+
+    explicit QOR_Limiter_Extension_AudioUnit(const AudioComponentDescription& componentDescription);
+
+    /// The system limiter's unit. The process stops if it isn't there.
+    AUAudioUnit& wrapped() const;
+    void bringAdapterToWrappedFormat();
+    void handHostCallbacksToAdapter();
+    void bringWrappedInputToOutputFormat();
+
+    /// A pull callback that delivers the kernel's output of the render call in progress. Built and not used.
+    AURenderPullInputBlock renderPullInputBlock();
+    /// Writes the display names below the node to the log, indented by `level` blanks. Nothing calls it.
+    void dumpParameters(const std::string& name, const AUParameterGroup* tree, int level);
+};
+
+} // namespace qor
