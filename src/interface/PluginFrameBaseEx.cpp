@@ -1,0 +1,34 @@
+#include "interface/PluginFrameBaseEx.h"
+
+namespace qor {
+
+std::optional<PluginFrameBaseEx::ResizingBehavior>
+PluginFrameBaseEx::ResizingBehavior::initRawValue(std::int64_t value) {
+    if (!resizing::caseOf(value)) {
+        return std::nullopt;
+    }
+    return ResizingBehavior(static_cast<Case>(value));
+}
+
+CGRect PluginFrameBaseEx::ResizingBehavior::apply(const CGRect& rect, const CGRect& target,
+                                                  PluginFrameBaseEx& instance) const {
+    if (resizing::staysUnchanged(rect, target)) {
+        return rect;
+    }
+    instance.viewScale = resizing::factors(static_cast<resizing::Case>(rawValue), rect, target);
+    return resizing::centred(rect, target, instance.viewScale);
+}
+
+void PluginFrameBaseEx::draw(const CGRect& frame, ResizingBehavior resizing) {
+    CGContext& context = unwrap(UIGraphicsGetCurrentContext());
+    CGContextSaveGState(context);
+    const CGRect canvas = CGRectMake(0.0, 0.0, CGRectGetWidth(frame), CGRectGetHeight(frame));
+    resizing::fit(context, canvas.size, resizing.apply(canvas, frame, *this));
+    UIColor(contrast, contrast, contrast, 1.0).setFill();
+    UIBezierPath::bezierPathWithRoundedRect(
+        CGRectMake(2.0, 2.0, CGRectGetWidth(frame) - 4.0, CGRectGetHeight(frame) - 4.0), 4.0)
+        .fill();
+    CGContextRestoreGState(context);
+}
+
+} // namespace qor

@@ -1,0 +1,43 @@
+#include "interface/Resizing.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace qor::resizing {
+
+bool staysUnchanged(const CGRect& rect, const CGRect& target) {
+    return CGRectEqualToRect(rect, target) || CGRectEqualToRect(target, CGRectZero);
+}
+
+CGSize factors(Case behaviour, const CGRect& rect, const CGRect& target) {
+    const double w = std::abs(target.size.width / rect.size.width);
+    const double h = std::abs(target.size.height / rect.size.height);
+    switch (behaviour) {
+    case Case::aspectFit:
+        return {.width = std::min(w, h), .height = std::min(w, h)};
+    case Case::aspectFill:
+        return {.width = std::max(w, h), .height = std::max(w, h)};
+    case Case::stretch:
+        return {.width = w, .height = h};
+    case Case::center:
+        break;
+    }
+    return {.width = 1.0, .height = 1.0};
+}
+
+CGRect centred(const CGRect& rect, const CGRect& target, const CGSize& factors) {
+    CGRect result = CGRectStandardize(rect);
+    result.size.width *= factors.width;
+    result.size.height *= factors.height;
+    result.origin.x = CGRectGetMinX(target) + (CGRectGetWidth(target) - result.size.width) / 2.0;
+    result.origin.y = CGRectGetMinY(target) + (CGRectGetHeight(target) - result.size.height) / 2.0;
+    return result;
+}
+
+void fit(CGContext& context, const CGSize& canvas, const CGRect& fitted) {
+    CGContextTranslateCTM(context, CGRectGetMinX(fitted), CGRectGetMinY(fitted));
+    CGContextScaleCTM(context, CGRectGetWidth(fitted) / canvas.width,
+                      CGRectGetHeight(fitted) / canvas.height);
+}
+
+} // namespace qor::resizing
