@@ -1,0 +1,188 @@
+#include "hosts/cli/RenderJob.h"
+
+#include "hosts/cli/AudioReader.h"
+#include "hosts/cli/Interrupt.h"
+#include "hosts/cli/LevelMeter.h"
+#include "hosts/cli/MeterTable.h"
+#include "hosts/cli/Progress.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace qor::cli {
+
+namespace {
+
+constexpr std::size_t kChunk = 16384; // frames read and written at a time, at most
+
+using Stereo = std::array<std::vector<float>, 2>;
+
+// Everything that one render works with.
+class Job {
+public:
+    Job(const RenderRequest& request, RenderEngine& engine) : request_(request), engine_(engine) {}
+
+    Result<RenderSummary> run();
+
+private:
+    Result<void> open();
+    Result<void> renderChunk(std::size_t frames);
+    Result<void> commit();
+    RenderSummary summary() const;
+
+    const RenderRequest& request_;
+    RenderEngine& engine_;
+    std::unique_ptr<AudioReader> reader_;
+    std::unique_ptr<AudioWriter> writer_;
+    std::unique_ptr<MeterTable> meters_;
+    std::unique_ptr<AutomationCursor> automation_;
+    std::unique_ptr<LevelMeter> inputLevel_;
+    std::unique_ptr<LevelMeter> outputLevel_;
+    Stereo input_;
+    Stereo output_;
+    std::int64_t time_ = 0; // the next frame
+};
+
+Result<void> Job::open() {
+    std::vector<AutomationEvent> events;
+    if (!request_.automation.empty()) {
+        Result<std::vector<AutomationEvent>> parsed = readAutomation(request_.automation);
+        if (!parsed) {
+            return parsed.error();
+        }
+        events = std::move(parsed).value();
+    }
+    automation_ = std::make_unique<AutomationCursor>(std::move(events));
+    Result<std::unique_ptr<AudioReader>> reader = AudioReader::open(request_.input);
+    if (!reader) {
+        return reader.error();
+    }
+    reader_ = std::move(reader).value();
+    Result<std::unique_ptr<AudioWriter>> writer =
+        AudioWriter::create(request_.output, request_.format, reader_->sampleRate(), reader_->frames());
+    if (!writer) {
+        return writer.error();
+    }
+    writer_ = std::move(writer).value();
+    if (!request_.meters.empty()) {
+        Result<std::unique_ptr<MeterTable>> table = MeterTable::create(request_.meters);
+        if (!table) {
+            return table.error();
+        }
+        meters_ = std::move(table).value();
+    }
+    inputLevel_ = std::make_unique<LevelMeter>(reader_->sampleRate());
+    outputLevel_ = std::make_unique<LevelMeter>(reader_->sampleRate());
+    return {};
+}
+
+// The frames lie in `input_`; the calls begin on multiples of the block's length.
+Result<void> Job::renderChunk(std::size_t frames) {
+    for (std::size_t at = 0; at < frames;) {
+        const auto count = static_cast<std::uint32_t>(std::min<std::size_t>(request_.block, frames - at));
+        const float* const in[2] = {&input_[0][at], &input_[1][at]};
+        float* const out[2] = {&output_[0][at], &output_[1][at]};
+        const AURenderEvent* events = automation_->take(time_, count);
+        if (Result<void> rendered = engine_.render(time_, count, events, in, out); !rendered) {
+            return rendered;
+        }
+        if (meters_ != nullptr) {
+            if (Result<void> added = meters_->add(time_, engine_.meters()); !added) {
+                return added;
+            }
+        }
+        time_ += count;
+        at += count;
+    }
+    inputLevel_->add(input_[0].data(), input_[1].data(), frames);
+    outputLevel_->add(output_[0].data(), output_[1].data(), frames);
+    return writer_->write(output_[0].data(), output_[1].data(), frames);
+}
+
+Result<void> Job::commit() {
+    if (meters_ != nullptr) {
+        if (Result<void> done = meters_->commit(); !done) {
+            return done;
+        }
+    }
+    return writer_->commit();
+}
+
+RenderSummary Job::summary() const {
+    RenderSummary result{time_,
+                         reader_->sampleRate(),
+                         inputLevel_->peak(),
+                         inputLevel_->loudness(),
+                         outputLevel_->peak(),
+                         outputLevel_->loudness(),
+                         {}};
+    if (automation_->left() > 0) {
+        result.warnings.push_back(request_.automation + ": " + std::to_string(automation_->left()) +
+                                  " of the events lie at or behind the end of the recording and were not " +
+                                  "applied, the first at " + text(automation_->nextEvent().time) + ".");
+    }
+    if (writer_->clippedSamples() > 0) {
+        result.warnings.push_back(text(writer_->clippedSamples()) +
+                                  " samples beyond full scale were cut. Use --format float to keep them.");
+    }
+    if (inputLevel_->nonFiniteSamples() > 0) {
+        result.warnings.push_back(text(inputLevel_->nonFiniteSamples()) + " samples of " +
+                                  quotedName(request_.input) + " are infinite or no numbers.");
+    }
+    if (outputLevel_->nonFiniteSamples() > 0) {
+        result.warnings.push_back(text(outputLevel_->nonFiniteSamples()) +
+                                  " samples of the result are infinite or no numbers.");
+    }
+    return result;
+}
+
+Result<RenderSummary> Job::run() {
+    if (Result<void> opened = open(); !opened) {
+        return opened.error();
+    }
+    if (Result<void> allocated = engine_.allocate(reader_->sampleRate()); !allocated) {
+        return allocated.error();
+    }
+    for (const ParameterSetting& setting : request_.settings) {
+        if (setting.raw) {
+            engine_.setRawParameter(static_cast<std::int32_t>(setting.address), setting.value);
+        } else {
+            engine_.setParameter(setting.address, setting.value);
+        }
+    }
+    const std::size_t chunk = std::max<std::size_t>(1, kChunk / request_.block) * request_.block;
+    for (unsigned channel = 0; channel < 2; ++channel) {
+        input_[channel].resize(chunk);
+        output_[channel].resize(chunk);
+    }
+    Progress progress(stderr, reader_->frames());
+    while (true) {
+        if (interrupted()) {
+            return workFailed("stopped; " + quotedName(request_.output) + " was not written.");
+        }
+        const Result<std::size_t> got = reader_->read(input_[0].data(), input_[1].data(), chunk);
+        if (!got) {
+            return got.error();
+        }
+        if (got.value() == 0) {
+            break;
+        }
+        if (Result<void> rendered = renderChunk(got.value()); !rendered) {
+            return rendered.error();
+        }
+        progress.update(time_);
+    }
+    if (Result<void> committed = commit(); !committed) {
+        return committed.error();
+    }
+    return summary();
+}
+
+} // namespace
+
+Result<RenderSummary> renderFile(const RenderRequest& request, RenderEngine& engine) {
+    return Job(request, engine).run();
+}
+
+} // namespace qor::cli
