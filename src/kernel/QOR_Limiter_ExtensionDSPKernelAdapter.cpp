@@ -1,5 +1,7 @@
 #include "kernel/QOR_Limiter_ExtensionDSPKernelAdapter.h"
 
+#include "TOOLS/SOURCES/Data.h" // for this unit's own PrinTable, invalid and empty
+
 namespace qor {
 
 namespace {
