@@ -26,12 +26,12 @@ char* putTabs(char* to, int number) {
 }
 
 char* putByte(char* to, char byte) {
-    return put(to, {&hextable[2U * static_cast<unsigned char>(byte)], 2});
+    return put(to, {&hextable[std::size_t{2} * static_cast<unsigned char>(byte)], 2});
 }
 
 } // namespace
 
-CData::CData() : classname("CData"), data(unsetData()), length(0) {
+CData::CData() : data(unsetData()) {
     ++count;
 }
 

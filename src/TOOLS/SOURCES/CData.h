@@ -46,16 +46,16 @@ public:
     void Clear();
 
     /// Zero-filled memory from the C allocator; absent if either argument is 0 or there is no room.
-    static void* CAlloc(unsigned long count, unsigned long size);
+    static void* CAlloc(unsigned long number, unsigned long size);
     /// The allocation for a text of n bytes: a multiple of 4 above n; 0 for n below 1, and for an n so large
     /// that the size has no room in an int.
     static int Padding(int n);
     /// The length of a zero-ended text, 0 for an absent one.
     static int StrLen(const char* text);
 
-    const char* classname;
+    const char* classname = "CData";
     char* data; // from the C allocator, or `nullText`
-    std::int32_t length;
+    std::int32_t length = 0;
 
     inline static std::int32_t count = -1; // so that it is 0 with one instance alive
     inline static char* temp = nullptr;

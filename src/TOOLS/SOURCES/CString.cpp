@@ -23,7 +23,8 @@ CString::CString(char* text) {
     }
 }
 
-CString::CString(const CString& other) : CData() {
+CString::CString(const CString& other)
+    : CData() { // NOLINT(readability-redundant-member-init): -Wextra asks for it
     init();
     assign(other.data, other.length);
 }

@@ -34,7 +34,7 @@ bool CString::operator>(CString& other) {
     return std::strcmp(data, other.data) > 0;
 }
 bool CString::operator<=(CString& other) {
-    return std::strcmp(data, other.data) < 1;
+    return std::strcmp(data, other.data) <= 0;
 }
 bool CString::operator>=(CString& other) {
     return std::strcmp(data, other.data) >= 0;
