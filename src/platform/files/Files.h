@@ -7,6 +7,7 @@
 #include "platform/files/Data.h"
 #include "platform/files/Environment.h"
 #include "platform/files/FileManager.h"
+#include "platform/files/KeyedCoder.h"
 #include "platform/files/NSUserDefaults.h"
 #include "platform/files/PropertyList.h"
 #include "platform/files/PropertyListSerialization.h"
