@@ -1,0 +1,16 @@
+// Everything of the view layer, brought into the system's namespace.
+#pragma once
+
+#include "platform/draw/Draw.h"
+#include "platform/view/NSLayoutConstraint.h"
+#include "platform/view/UIControl.h"
+#include "platform/view/UIEvent.h"
+#include "platform/view/UIGestureRecognizer.h"
+#include "platform/view/UITouch.h"
+#include "platform/view/UIView.h"
+#include "platform/view/UIViewController.h"
+#include "platform/view/UIWindow.h"
+
+namespace qor {
+using namespace platform;
+} // namespace qor

@@ -1,0 +1,203 @@
+#include "platform/view/ViewCompositor.h"
+
+#include "platform/draw/BitmapContext.h"
+#include "platform/view/ViewDrawing.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace platform {
+
+namespace {
+
+PixelRect pixelsAround(const CGRect& area) {
+    constexpr double kFar = 1e6; // pixels; keeps the conversions in range
+    const auto bounded = [](double value) { return static_cast<int>(std::clamp(value, -kFar, kFar)); };
+    if (!(std::isfinite(area.origin.x) && std::isfinite(area.origin.y) && std::isfinite(area.size.width) &&
+          std::isfinite(area.size.height))) {
+        return {};
+    }
+    const int left = bounded(std::floor(area.origin.x));
+    const int top = bounded(std::floor(area.origin.y));
+    const int right = bounded(std::ceil(area.origin.x + area.size.width));
+    const int bottom = bounded(std::ceil(area.origin.y + area.size.height));
+    return {.x = left, .y = top, .width = right - left, .height = bottom - top};
+}
+
+/// Both with colours multiplied by alpha; `alpha` from 0 to 256 fades the source.
+std::uint32_t blended(std::uint32_t source, std::uint32_t target, std::uint32_t alpha) {
+    const auto faded = [alpha](std::uint32_t pair) { return ((pair * alpha) >> 8U) & 0x00FF00FFU; };
+    const std::uint32_t redBlue = alpha == 256 ? source & 0x00FF00FFU : faded(source & 0x00FF00FFU);
+    const std::uint32_t alphaGreen =
+        alpha == 256 ? (source >> 8U) & 0x00FF00FFU : faded((source >> 8U) & 0x00FF00FFU);
+    const std::uint32_t rest = 255U - (alphaGreen >> 16U);
+    const auto kept = [rest](std::uint32_t pair) { // divided by 255, rounded
+        const std::uint32_t product = pair * rest + 0x00800080U;
+        return ((product + ((product >> 8U) & 0x00FF00FFU)) >> 8U) & 0x00FF00FFU;
+    };
+    return (redBlue + kept(target & 0x00FF00FFU)) |
+           ((alphaGreen + kept((target >> 8U) & 0x00FF00FFU)) << 8U);
+}
+
+} // namespace
+
+PixelRect PixelRect::intersected(const PixelRect& other) const noexcept {
+    const int left = std::max(x, other.x);
+    const int top = std::max(y, other.y);
+    const int right = std::min(x + width, other.x + other.width);
+    const int bottom = std::min(y + height, other.y + other.height);
+    if (right <= left || bottom <= top) {
+        return {};
+    }
+    return {.x = left, .y = top, .width = right - left, .height = bottom - top};
+}
+
+PixelRect PixelRect::united(const PixelRect& other) const noexcept {
+    if (isEmpty()) {
+        return other;
+    }
+    if (other.isEmpty()) {
+        return *this;
+    }
+    const int left = std::min(x, other.x);
+    const int top = std::min(y, other.y);
+    const int right = std::max(x + width, other.x + other.width);
+    const int bottom = std::max(y + height, other.y + other.height);
+    return {.x = left, .y = top, .width = right - left, .height = bottom - top};
+}
+
+PixelRect ViewCompositor::pass(UIView& root, double scale) {
+    const int width = std::max(0, static_cast<int>(std::lround(root.bounds().size.width * scale)));
+    const int height = std::max(0, static_cast<int>(std::lround(root.bounds().size.height * scale)));
+    const bool resized = width != width_ || height != height_;
+    if (resized) {
+        width_ = width;
+        height_ = height;
+        pixels_.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0);
+    }
+    const PixelRect all{.x = 0, .y = 0, .width = width, .height = height};
+    const std::vector<Item> before = std::move(items_);
+    items_.clear();
+    if (!root.isHidden()) {
+        const CGAffineTransform map = CGAffineTransformConcat(
+            CGAffineTransformMakeTranslation(-root.bounds().origin.x, -root.bounds().origin.y),
+            CGAffineTransformMakeScale(scale, scale));
+        collect(root, map, all, 1.0);
+    }
+    const PixelRect damage = resized ? all : difference(before).intersected(all);
+    compose(damage);
+    return damage;
+}
+
+void ViewCompositor::collect(UIView& view, const CGAffineTransform& map, const PixelRect& clip, double alpha) {
+    const PixelRect whole = pixelsAround(CGRectApplyAffineTransform(view.bounds(), map));
+    const PixelRect inner = view.clipsToBounds_ ? clip.intersected(whole) : clip;
+    // A view that is larger than what can be seen of it is drawn only as far as it is seen.
+    const PixelRect area = whole.intersected(clip);
+    if (!area.isEmpty()) {
+        render(view, map, area);
+        if (view.layer_) {
+            items_.push_back({.layer = view.layer_.get(),
+                              .version = view.layer_->version,
+                              .area = area,
+                              .clip = inner.intersected(area),
+                              .alpha = alpha});
+        }
+    }
+    for (const Ref<UIView>& child : view.subviews_) {
+        if (!child->hidden_ && child->alpha_ > 0.0) {
+            collect(*child, CGAffineTransformConcat(child->transformToSuperview(), map), inner,
+                    alpha * child->alpha_);
+        }
+    }
+}
+
+void ViewCompositor::render(UIView& view, const CGAffineTransform& map, const PixelRect& area) {
+    const CGAffineTransform toImage =
+        CGAffineTransformConcat(map, CGAffineTransformMakeTranslation(-area.x, -area.y));
+    const bool sameSize =
+        view.layer_ && view.layer_->image.pixelWidth() == area.width && view.layer_->image.pixelHeight() == area.height;
+    const bool placedAlike = view.drawsNothing_ || (sameSize && view.layer_->map == toImage);
+    if (!view.needsDisplay_ && placedAlike) {
+        return;
+    }
+    view.needsDisplay_ = false;
+    view.drawsNothing_ = false;
+    auto context = BitmapContext::make({.width = static_cast<double>(area.width),
+                                        .height = static_cast<double>(area.height)});
+    if (!context) {
+        view.layer_.reset(); // larger than any screen; nothing is shown
+        return;
+    }
+    BitmapContext& canvas = *context.value();
+    applyMap(canvas, toImage);
+    ++view.drawCount_;
+    drawWithBackground(view, canvas);
+    if (view.drawsNothing_ && !view.backgroundColor_) {
+        view.layer_.reset();
+        return;
+    }
+    view.drawsNothing_ = false;
+    if (!view.layer_) {
+        view.layer_ = std::make_unique<ViewLayer>();
+    }
+    view.layer_->image = canvas.image();
+    view.layer_->map = toImage;
+    view.layer_->version = ++versions_;
+}
+
+PixelRect ViewCompositor::difference(const std::vector<Item>& before) const {
+    // Equal heads and tails have not changed; everything between may have.
+    std::size_t head = 0;
+    while (head < before.size() && head < items_.size() && before[head] == items_[head]) {
+        ++head;
+    }
+    std::size_t tail = 0;
+    while (tail < before.size() - head && tail < items_.size() - head &&
+           before[before.size() - 1 - tail] == items_[items_.size() - 1 - tail]) {
+        ++tail;
+    }
+    PixelRect damage;
+    const bool pairwise = before.size() == items_.size();
+    for (std::size_t i = head; i + tail < before.size(); ++i) {
+        if (!pairwise || !(before[i] == items_[i])) {
+            damage = damage.united(before[i].clip);
+        }
+    }
+    for (std::size_t i = head; i + tail < items_.size(); ++i) {
+        if (!pairwise || !(before[i] == items_[i])) {
+            damage = damage.united(items_[i].clip);
+        }
+    }
+    return damage;
+}
+
+void ViewCompositor::compose(const PixelRect& damage) {
+    if (damage.isEmpty()) {
+        return;
+    }
+    const auto stride = static_cast<std::size_t>(width_);
+    for (int y = damage.y; y < damage.y + damage.height; ++y) {
+        std::fill_n(pixels_.begin() + static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * stride) + damage.x,
+                    damage.width, 0U);
+    }
+    for (const Item& item : items_) {
+        const PixelRect seen = item.clip.intersected(damage);
+        const auto alpha = static_cast<std::uint32_t>(std::lround(item.alpha * 256.0));
+        const UIImage& image = item.layer->image;
+        const auto rowLength = static_cast<std::size_t>(image.pixelWidth());
+        for (int y = seen.y; y < seen.y + seen.height; ++y) {
+            const std::uint32_t* source = image.pixels().data() +
+                                          static_cast<std::size_t>(y - item.area.y) * rowLength +
+                                          static_cast<std::size_t>(seen.x - item.area.x);
+            std::uint32_t* target = pixels_.data() + static_cast<std::size_t>(y) * stride + seen.x;
+            for (int x = 0; x < seen.width; ++x) {
+                if (source[x] != 0) {
+                    target[x] = blended(source[x], target[x], alpha);
+                }
+            }
+        }
+    }
+}
+
+} // namespace platform
