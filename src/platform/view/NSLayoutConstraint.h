@@ -53,7 +53,8 @@ public:
     static void activateConstraints(const std::vector<Ref<NSLayoutConstraint>>& constraints);
     static void deactivateConstraints(const std::vector<Ref<NSLayoutConstraint>>& constraints);
 
-    /// What the right side is worth in the coordinates of the first view's superview; used by the layout pass.
+    /// What the right side is worth in the coordinates of the first view's superview; used by the layout
+    /// pass.
     double value(const UIView& superview) const;
 
 private:

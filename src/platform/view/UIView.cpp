@@ -51,8 +51,8 @@ void UIView::setBounds(const CGRect& bounds) {
     const bool sized = area.size != bounds_.size;
     if (sized) {
         const CGPoint middle = center();
-        rect_ = CGRectMake(middle.x - area.size.width / 2.0, middle.y - area.size.height / 2.0, area.size.width,
-                           area.size.height);
+        rect_ = CGRectMake(middle.x - area.size.width / 2.0, middle.y - area.size.height / 2.0,
+                           area.size.width, area.size.height);
     }
     bounds_ = area;
     if (sized) {
@@ -79,8 +79,7 @@ CGAffineTransform UIView::transformToSuperview() const {
         return CGAffineTransformMakeTranslation(dx, dy);
     }
     const CGPoint middle = center();
-    const CGAffineTransform toMiddle =
-        CGAffineTransformMakeTranslation(dx - middle.x, dy - middle.y);
+    const CGAffineTransform toMiddle = CGAffineTransformMakeTranslation(dx - middle.x, dy - middle.y);
     const CGAffineTransform back = CGAffineTransformMakeTranslation(middle.x, middle.y);
     return CGAffineTransformConcat(CGAffineTransformConcat(toMiddle, transform_), back);
 }

@@ -113,7 +113,8 @@ public:
     const std::vector<Ref<UIGestureRecognizer>>& gestureRecognizers() const noexcept { return recognizers_; }
     /// Asked of the view that was hit, before a recognizer of it or of a view above leaves its first state.
     virtual bool gestureRecognizerShouldBegin(const UIGestureRecognizer& recognizer) const;
-    /// True for the cover under a dialog: recognizers above it don't see its touches, nor keys what lies behind.
+    /// True for the cover under a dialog: recognizers above it don't see its touches, nor keys what lies
+    /// behind.
     virtual bool isModal() const noexcept { return false; }
 
     // Wheel and keys. Both go up the tree until a view says that it has used them.

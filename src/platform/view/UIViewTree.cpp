@@ -100,7 +100,8 @@ UIView* UIView::hitTest(const CGPoint& point, const UIEvent* event) {
         if (!CGAffineTransformIsInvertible(map)) {
             continue;
         }
-        if (UIView* hit = (*child)->hitTest(CGPointApplyAffineTransform(point, CGAffineTransformInvert(map)), event)) {
+        if (UIView* hit =
+                (*child)->hitTest(CGPointApplyAffineTransform(point, CGAffineTransformInvert(map)), event)) {
             return hit;
         }
     }

@@ -9,9 +9,9 @@
 
 namespace platform {
 
-/// Whoever shows it (a native window, or a test) feeds it with input, calls `display` when it asks for it, and
-/// copies the picture. Touches are logical points; `scale` is pixels per point of the picture. Times are those
-/// of the current run loop's clock. Main thread only.
+/// Whoever shows it (a native window, or a test) feeds it with input, calls `display` when it asks for it,
+/// and copies the picture. Touches are logical points; `scale` is pixels per point of the picture. Times are
+/// those of the current run loop's clock. Main thread only.
 class UIWindow : public UIView {
 public:
     explicit UIWindow(const CGSize& size, double scale = 1.0);

@@ -67,9 +67,10 @@ void UIWindow::touchDown(int touch, const CGPoint& location, std::uint32_t modif
     if (firstResponder_ != nullptr && (hit == nullptr || !hit->isDescendantOfView(*firstResponder_))) {
         setFirstResponder(nullptr);
     }
-    ActiveTouch began{.number = touch,
-                      .touch = makeRef<UITouch>(location, hit == nullptr ? nullptr : hit->shared_from_this(), now()),
-                      .recognizers = recognizersAbove(hit)};
+    ActiveTouch began{
+        .number = touch,
+        .touch = makeRef<UITouch>(location, hit == nullptr ? nullptr : hit->shared_from_this(), now()),
+        .recognizers = recognizersAbove(hit)};
     began.touch->setTapCount(countTap(location, now()));
     for (const Ref<UIGestureRecognizer>& recognizer : began.recognizers) {
         if (std::find(involved_.begin(), involved_.end(), recognizer) == involved_.end()) {

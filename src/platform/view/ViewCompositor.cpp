@@ -11,7 +11,7 @@ namespace platform {
 namespace {
 
 PixelRect pixelsAround(const CGRect& area) {
-    constexpr double kFar = 1e6; // pixels; keeps the conversions in range
+    static constexpr double kFar = 1e6; // pixels; keeps the conversions in range
     const auto bounded = [](double value) { return static_cast<int>(std::clamp(value, -kFar, kFar)); };
     if (!(std::isfinite(area.origin.x) && std::isfinite(area.origin.y) && std::isfinite(area.size.width) &&
           std::isfinite(area.size.height))) {
@@ -35,8 +35,7 @@ std::uint32_t blended(std::uint32_t source, std::uint32_t target, std::uint32_t 
         const std::uint32_t product = pair * rest + 0x00800080U;
         return ((product + ((product >> 8U) & 0x00FF00FFU)) >> 8U) & 0x00FF00FFU;
     };
-    return (redBlue + kept(target & 0x00FF00FFU)) |
-           ((alphaGreen + kept((target >> 8U) & 0x00FF00FFU)) << 8U);
+    return (redBlue + kept(target & 0x00FF00FFU)) | ((alphaGreen + kept((target >> 8U) & 0x00FF00FFU)) << 8U);
 }
 
 } // namespace
@@ -89,7 +88,8 @@ PixelRect ViewCompositor::pass(UIView& root, double scale) {
     return damage;
 }
 
-void ViewCompositor::collect(UIView& view, const CGAffineTransform& map, const PixelRect& clip, double alpha) {
+void ViewCompositor::collect(UIView& view, const CGAffineTransform& map, const PixelRect& clip,
+                             double alpha) {
     const PixelRect whole = pixelsAround(CGRectApplyAffineTransform(view.bounds(), map));
     const PixelRect inner = view.clipsToBounds_ ? clip.intersected(whole) : clip;
     // A view that is larger than what can be seen of it is drawn only as far as it is seen.
@@ -115,16 +115,16 @@ void ViewCompositor::collect(UIView& view, const CGAffineTransform& map, const P
 void ViewCompositor::render(UIView& view, const CGAffineTransform& map, const PixelRect& area) {
     const CGAffineTransform toImage =
         CGAffineTransformConcat(map, CGAffineTransformMakeTranslation(-area.x, -area.y));
-    const bool sameSize =
-        view.layer_ && view.layer_->image.pixelWidth() == area.width && view.layer_->image.pixelHeight() == area.height;
+    const bool sameSize = view.layer_ && view.layer_->image.pixelWidth() == area.width &&
+                          view.layer_->image.pixelHeight() == area.height;
     const bool placedAlike = view.drawsNothing_ || (sameSize && view.layer_->map == toImage);
     if (!view.needsDisplay_ && placedAlike) {
         return;
     }
     view.needsDisplay_ = false;
     view.drawsNothing_ = false;
-    auto context = BitmapContext::make({.width = static_cast<double>(area.width),
-                                        .height = static_cast<double>(area.height)});
+    auto context = BitmapContext::make(
+        {.width = static_cast<double>(area.width), .height = static_cast<double>(area.height)});
     if (!context) {
         view.layer_.reset(); // larger than any screen; nothing is shown
         return;
@@ -178,7 +178,8 @@ void ViewCompositor::compose(const PixelRect& damage) {
     }
     const auto stride = static_cast<std::size_t>(width_);
     for (int y = damage.y; y < damage.y + damage.height; ++y) {
-        std::fill_n(pixels_.begin() + static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * stride) + damage.x,
+        std::fill_n(pixels_.begin() + static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * stride) +
+                        damage.x,
                     damage.width, 0U);
     }
     for (const Item& item : items_) {

@@ -26,7 +26,7 @@ struct PixelRect {
 class ViewLayer {
 public:
     UIImage image;
-    CGAffineTransform map; // from the view to the image's pixels
+    CGAffineTransform map;     // from the view to the image's pixels
     std::uint64_t version = 0; // another number for other pixels
 };
 
