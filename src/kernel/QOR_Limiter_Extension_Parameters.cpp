@@ -18,7 +18,7 @@ std::string formatLonePercent(AUValue /*value*/) {
 } // namespace
 
 QOR_Limiter_Extension_Parameters::QOR_Limiter_Extension_Parameters(
-    Ref<QOR_Limiter_ExtensionDSPKernelAdapter> kernelAdapter) {
+    const Ref<QOR_Limiter_ExtensionDSPKernelAdapter>& kernelAdapter) {
     create();
     for (const Ref<AUParameter>& parameter : parameterTree_->allParameters()) {
         kernelAdapter->setParameter(*parameter, parameter->value());

@@ -14,7 +14,8 @@ class QOR_Limiter_Extension_AudioUnit;
 class QOR_Limiter_Extension_Parameters {
 public:
     /// The tree's callbacks keep the adapter.
-    explicit QOR_Limiter_Extension_Parameters(Ref<QOR_Limiter_ExtensionDSPKernelAdapter> kernelAdapter);
+    explicit QOR_Limiter_Extension_Parameters(
+        const Ref<QOR_Limiter_ExtensionDSPKernelAdapter>& kernelAdapter);
     QOR_Limiter_Extension_Parameters(const QOR_Limiter_Extension_Parameters&) = delete;
     QOR_Limiter_Extension_Parameters& operator=(const QOR_Limiter_Extension_Parameters&) = delete;
     virtual ~QOR_Limiter_Extension_Parameters() = default;
