@@ -31,11 +31,9 @@ constexpr double kLineHeight = 1.2;
 
 // A text is centred in its rectangle by its line, so the share of the ascent decides what stands in the
 // middle: `middle` is how far the baseline lies below the line's centre.
-constexpr FontFace face(std::string_view name, const char* family, bool bold, double glyphScale,
-                        double middle) {
+FontFace face(std::string_view name, std::span<const unsigned char> file, double glyphScale, double middle) {
     return {.name = name,
-            .family = family,
-            .bold = bold,
+            .file = file,
             .glyphScale = glyphScale,
             .ascent = kLineHeight / 2.0 + middle,
             .descent = kLineHeight / 2.0 - middle};
@@ -43,25 +41,22 @@ constexpr FontFace face(std::string_view name, const char* family, bool bold, do
 
 // The condensed bold sets capitals, which stand centred; the system font sets small captions in rectangles of
 // 0.9 of its size, so its ascenders and descenders together are made to fit there.
-constexpr std::array kFaces = {
-    face("HelveticaNeue-CondensedBold", "Roboto Condensed", true, 1.0, 0.356),
-    face("HelveticaNeue", "Roboto", false, 1.0, 0.3),
-    face(kSystemFontName, "Roboto", false, 0.94, 0.25),
-};
+const std::array<FontFace, 3>& faces() {
+    static const std::span regular(qor_font_regular, qor_font_regular_end);
+    static const std::span condensedBold(qor_font_condensed_bold, qor_font_condensed_bold_end);
+    static const std::array table = {
+        face("HelveticaNeue-CondensedBold", condensedBold, 1.0, 0.356),
+        face("HelveticaNeue", regular, 1.0, 0.3),
+        face(kSystemFontName, regular, 0.94, 0.25),
+    };
+    return table;
+}
 
 } // namespace
 
 const FontFace* findFontFace(std::string_view name) {
-    const auto* const found = std::ranges::find(kFaces, name, &FontFace::name);
-    return found == kFaces.end() ? nullptr : found;
-}
-
-std::span<const std::span<const unsigned char>> builtInFontFiles() {
-    static const std::array<std::span<const unsigned char>, 2> files = {
-        std::span(qor_font_regular, qor_font_regular_end),
-        std::span(qor_font_condensed_bold, qor_font_condensed_bold_end),
-    };
-    return files;
+    const auto* const found = std::ranges::find(faces(), name, &FontFace::name);
+    return found == faces().end() ? nullptr : found;
 }
 
 } // namespace platform

@@ -10,8 +10,7 @@ namespace platform {
 /// units of the font size.
 struct FontFace {
     std::string_view name;
-    const char* family;
-    bool bold;
+    std::span<const unsigned char> file;
     double glyphScale; // of the glyphs; below 1 where the face is larger than the one it stands for
     double ascent;     // from the line's top to its baseline
     double descent;    // from the baseline to the line's bottom
@@ -20,10 +19,7 @@ struct FontFace {
 /// The name under which the system font stands in the table.
 inline constexpr std::string_view kSystemFontName = "system";
 
-/// The face for a name, null if there is none.
+/// The face for a name, null if there is none. Faces live as long as the process.
 const FontFace* findFontFace(std::string_view name);
-
-/// The font files built into the program.
-std::span<const std::span<const unsigned char>> builtInFontFiles();
 
 } // namespace platform

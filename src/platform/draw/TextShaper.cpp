@@ -4,21 +4,17 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fontconfig/fontconfig.h>
+#include <hb.h>
+#include <limits>
+#include <map>
 #include <memory>
-#include <pango/pangocairo.h>
-#include <pango/pangofc-fontmap.h>
+#include <mutex>
 #include <string>
-#include <sys/mman.h>
-#include <unistd.h>
 #include <vector>
 
 namespace platform {
 
 namespace {
-
-// Outlines are taken at this enlargement: the path's coordinates are whole 256ths of a unit there.
-constexpr double kOutlineScale = 64.0;
 
 template <auto Release>
 struct Releaser {
@@ -29,161 +25,229 @@ struct Releaser {
 };
 template <class T, auto Release>
 using Owned = std::unique_ptr<T, Releaser<Release>>;
+using Buffer = Owned<hb_buffer_t, hb_buffer_destroy>;
 
-using Layout = Owned<PangoLayout, g_object_unref>;
-using LayoutIter = Owned<PangoLayoutIter, pango_layout_iter_free>;
-using Description = Owned<PangoFontDescription, pango_font_description_free>;
+constexpr std::string_view kEllipsis = "\xE2\x80\xA6";
+// Widths that come from measuring the same text must not break it.
+constexpr double kRounding = 1e-6;
 
-// The font engines want files. An unnamed one in memory holds the face for the process's life; nothing is
-// written to a disk and nothing is looked up there.
-std::string memoryFile(std::span<const unsigned char> bytes) {
-    const int file = memfd_create("qor-font", MFD_CLOEXEC);
-    std::size_t written = 0;
-    while (file >= 0 && written < bytes.size()) {
-        const ssize_t step = write(file, bytes.data() + written, bytes.size() - written);
-        if (step <= 0) {
-            break;
-        }
-        written += static_cast<std::size_t>(step);
+// A face in its own units, read from the bytes in the program; nothing is looked up on the machine.
+hb_font_t* openFont(std::span<const unsigned char> file) {
+    const Owned<hb_blob_t, hb_blob_destroy> blob(hb_blob_create(reinterpret_cast<const char*>(file.data()),
+                                                                static_cast<unsigned>(file.size()),
+                                                                HB_MEMORY_MODE_READONLY, nullptr, nullptr));
+    const Owned<hb_face_t, hb_face_destroy> face(hb_face_create(blob.get(), 0));
+    if (hb_face_get_glyph_count(face.get()) == 0) {
+        fatalError("A built-in font is damaged");
     }
-    if (written != bytes.size()) {
-        fatalError("The built-in fonts can't be held in memory (memfd_create or write failed)");
-    }
-    return "/proc/self/fd/" + std::to_string(file);
+    hb_font_t* const font = hb_font_create(face.get());
+    hb_font_make_immutable(font); // from here on any thread may use it
+    return font;
 }
 
-const std::vector<std::string>& fontFiles() {
-    static const std::vector<std::string> paths = [] {
-        std::vector<std::string> made;
-        for (const auto& bytes : builtInFontFiles()) {
-            made.push_back(memoryFile(bytes));
-        }
-        return made;
-    }();
-    return paths;
+hb_font_t* fontOf(const FontFace& face) {
+    static std::mutex guard;
+    static std::map<const unsigned char*, Owned<hb_font_t, hb_font_destroy>> opened;
+    const std::lock_guard lock(guard);
+    auto& font = opened[face.file.data()];
+    if (!font) {
+        font.reset(openFont(face.file));
+    }
+    return font.get();
 }
 
-// One engine a thread: the font map is not made for several.
-class Engine {
+// A stretch of text as glyphs from left to right.
+class Run {
 public:
-    Engine()
-        : config_(FcConfigCreate()), fontMap_(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT)) {
-        for (const std::string& path : fontFiles()) {
-            if (FcConfigAppFontAddFile(config_.get(), reinterpret_cast<const FcChar8*>(path.c_str())) ==
-                FcFalse) {
-                fatalError("A built-in font can't be read from " + path);
-            }
-        }
-        pango_fc_font_map_set_config(PANGO_FC_FONT_MAP(fontMap_.get()), config_.get());
-        context_.reset(pango_font_map_create_context(fontMap_.get()));
-        // The locale must not choose glyphs, and positions must not depend on the pixel grid.
-        pango_context_set_language(context_.get(), pango_language_from_string("en"));
-        pango_context_set_round_glyph_positions(context_.get(), FALSE);
-        const Owned<cairo_font_options_t, cairo_font_options_destroy> options(cairo_font_options_create());
-        cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
-        cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
-        cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
-        pango_cairo_context_set_font_options(context_.get(), options.get());
-        surface_.reset(cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1));
-        pen_.reset(cairo_create(surface_.get()));
-        cairo_scale(pen_.get(), kOutlineScale, kOutlineScale);
+    Run(hb_font_t* font, std::string_view text) : buffer_(hb_buffer_create()) {
+        hb_buffer_add_utf8(buffer_.get(), text.data(), static_cast<int>(text.size()), 0, -1);
+        hb_buffer_set_direction(buffer_.get(), HB_DIRECTION_LTR);
+        hb_buffer_set_script(buffer_.get(), HB_SCRIPT_LATIN);
+        hb_buffer_set_language(buffer_.get(), hb_language_from_string("en", -1)); // never the locale's
+        hb_shape(font, buffer_.get(), nullptr, 0);
     }
-
-    Layout layout(const TextBlockKey& key) const {
-        Layout made(pango_layout_new(context_.get()));
-        const FontFace& face = key.font.face();
-        const Description description(pango_font_description_new());
-        pango_font_description_set_family_static(description.get(), face.family);
-        pango_font_description_set_weight(description.get(),
-                                          face.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
-        const double wanted = key.font.pointSize() * face.glyphScale;
-        const double size = wanted > 0.01 ? std::min(wanted, 10000.0) : 0.01; // NaN too
-        pango_font_description_set_absolute_size(description.get(), size * PANGO_SCALE);
-        pango_layout_set_font_description(made.get(), description.get());
-        pango_layout_set_text(made.get(), key.text.data(), static_cast<int>(key.text.size()));
-        if (std::isfinite(key.width)) {
-            pango_layout_set_width(made.get(),
-                                   static_cast<int>(std::clamp(key.width, 0.0, 1e6) * PANGO_SCALE));
-        }
-        if (key.lineBreakMode == NSLineBreakMode::truncatingTail) {
-            pango_layout_set_ellipsize(made.get(), PANGO_ELLIPSIZE_END);
-        } else {
-            pango_layout_set_wrap(made.get(), PANGO_WRAP_WORD_CHAR);
-        }
-        return made;
+    std::span<const hb_glyph_info_t> glyphs() const {
+        unsigned count = 0;
+        const hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(buffer_.get(), &count);
+        return {infos, count};
     }
-
-    // Adds a line's outlines with its baseline starting at `start`.
-    void addLine(PangoLayoutLine* line, const CGPoint& start, UIBezierPath& outline) const {
-        cairo_new_path(pen_.get());
-        cairo_move_to(pen_.get(), 0.0, 0.0);
-        pango_cairo_layout_line_path(pen_.get(), line);
-        const Owned<cairo_path_t, cairo_path_destroy> path(cairo_copy_path(pen_.get()));
-        const auto at = [&](const cairo_path_data_t& data) {
-            return CGPointMake(start.x + data.point.x, start.y + data.point.y);
-        };
-        for (int index = 0; index < path->num_data; index += path->data[index].header.length) {
-            const cairo_path_data_t* data = &path->data[index];
-            switch (data->header.type) {
-            case CAIRO_PATH_MOVE_TO:
-                outline.moveToPoint(at(data[1]));
-                break;
-            case CAIRO_PATH_LINE_TO:
-                outline.addLineToPoint(at(data[1]));
-                break;
-            case CAIRO_PATH_CURVE_TO:
-                outline.addCurveToPoint(at(data[3]), at(data[1]), at(data[2]));
-                break;
-            case CAIRO_PATH_CLOSE_PATH:
-                outline.closePath();
-                break;
-            }
+    std::span<const hb_glyph_position_t> positions() const {
+        unsigned count = 0;
+        const hb_glyph_position_t* const positions = hb_buffer_get_glyph_positions(buffer_.get(), &count);
+        return {positions, count};
+    }
+    double advance() const {
+        double sum = 0.0;
+        for (const auto& position : positions()) {
+            sum += position.x_advance;
         }
+        return sum;
     }
 
 private:
-    Owned<FcConfig, FcConfigDestroy> config_;
-    Owned<PangoFontMap, g_object_unref> fontMap_;
-    Owned<PangoContext, g_object_unref> context_;
-    Owned<cairo_surface_t, cairo_surface_destroy> surface_;
-    Owned<cairo_t, cairo_destroy> pen_;
+    Buffer buffer_;
 };
 
-const Engine& engine() {
-    thread_local const Engine instance;
-    return instance;
+// Where outlines go: font units with y upwards become points with y downwards.
+struct Pen {
+    UIBezierPath& outline;
+    double scale;
+    CGPoint origin;
+
+    CGPoint at(float x, float y) const { return {.x = origin.x + scale * x, .y = origin.y - scale * y}; }
+};
+
+void moveTo(hb_draw_funcs_t*, void* pen, hb_draw_state_t*, float x, float y, void*) {
+    auto& to = *static_cast<Pen*>(pen);
+    to.outline.moveToPoint(to.at(x, y));
+}
+void lineTo(hb_draw_funcs_t*, void* pen, hb_draw_state_t*, float x, float y, void*) {
+    auto& to = *static_cast<Pen*>(pen);
+    to.outline.addLineToPoint(to.at(x, y));
+}
+void cubicTo(hb_draw_funcs_t*, void* pen, hb_draw_state_t*, float c1x, float c1y, float c2x, float c2y,
+             float x, float y, void*) {
+    auto& to = *static_cast<Pen*>(pen);
+    to.outline.addCurveToPoint(to.at(x, y), to.at(c1x, c1y), to.at(c2x, c2y));
+}
+void closePath(hb_draw_funcs_t*, void* pen, hb_draw_state_t*, void*) {
+    static_cast<Pen*>(pen)->outline.closePath();
 }
 
-double shareBefore(NSTextAlignment alignment) {
-    switch (alignment) {
-    case NSTextAlignment::center:
-        return 0.5;
-    case NSTextAlignment::right:
-        return 1.0;
-    case NSTextAlignment::left:
-        break;
-    }
-    return 0.0;
+// Quadratic curves arrive as cubic ones: the set has no function for them.
+hb_draw_funcs_t* drawFunctions() {
+    static const Owned<hb_draw_funcs_t, hb_draw_funcs_destroy> functions = [] {
+        Owned<hb_draw_funcs_t, hb_draw_funcs_destroy> made(hb_draw_funcs_create());
+        hb_draw_funcs_set_move_to_func(made.get(), moveTo, nullptr, nullptr);
+        hb_draw_funcs_set_line_to_func(made.get(), lineTo, nullptr, nullptr);
+        hb_draw_funcs_set_cubic_to_func(made.get(), cubicTo, nullptr, nullptr);
+        hb_draw_funcs_set_close_path_func(made.get(), closePath, nullptr, nullptr);
+        hb_draw_funcs_make_immutable(made.get());
+        return made;
+    }();
+    return functions.get();
 }
+
+// One text being laid out.
+class Shaper {
+public:
+    explicit Shaper(const TextBlockKey& key) : key_(key), font_(fontOf(key.font.face())) {
+        const double size = key.font.pointSize() * key.font.face().glyphScale;
+        scale_ = (size > 0.01 ? std::min(size, 10000.0) : 0.01) / // NaN counts as the smallest size
+                 hb_face_get_upem(hb_font_get_face(font_));
+        width_ =
+            std::isfinite(key.width) ? std::max(key.width, 0.0) : std::numeric_limits<double>::infinity();
+    }
+
+    TextBlock block() {
+        std::string_view rest = key_.text;
+        while (true) {
+            const std::size_t end = rest.find('\n');
+            addParagraph(rest.substr(0, end));
+            if (end == std::string_view::npos) {
+                break;
+            }
+            rest.remove_prefix(end + 1);
+        }
+        return {key_, std::move(outline_), size_};
+    }
+
+private:
+    double advanceOf(std::string_view text) const { return Run(font_, text).advance() * scale_; }
+
+    void addParagraph(std::string_view rest) {
+        if (key_.lineBreakMode == NSLineBreakMode::truncatingTail) {
+            addLine(truncated(rest));
+            return;
+        }
+        std::size_t end = fitting(rest, width_);
+        while (end < rest.size()) {
+            std::string_view line = rest.substr(0, end);
+            line = line.substr(0, line.find_last_not_of(' ') + 1);
+            addLine(std::string(line));
+            rest.remove_prefix(end);
+            rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
+            end = fitting(rest, width_);
+        }
+        addLine(std::string(rest));
+    }
+
+    // How many bytes go on a line of this width: all, or up to the last space that fits, or else as many
+    // letters as fit, at least one.
+    std::size_t fitting(std::string_view text, double width) const {
+        const Run run(font_, text);
+        double x = 0.0;
+        std::size_t afterSpace = 0;
+        for (std::size_t index = 0; index < run.glyphs().size(); ++index) {
+            const std::size_t start = run.glyphs()[index].cluster;
+            if (start > 0 && text[start - 1] == ' ') {
+                afterSpace = start;
+            }
+            x += run.positions()[index].x_advance * scale_;
+            if (x > width + kRounding && text[start] != ' ' && start > 0) {
+                return afterSpace > 0 ? afterSpace : start;
+            }
+        }
+        return text.size();
+    }
+
+    std::string truncated(std::string_view text) const {
+        if (advanceOf(text) <= width_ + kRounding) {
+            return std::string(text);
+        }
+        const double room = width_ - advanceOf(kEllipsis);
+        const Run run(font_, text);
+        double x = 0.0;
+        std::size_t end = 0;
+        for (std::size_t index = 0; index < run.glyphs().size() && x <= room; ++index) {
+            end = run.glyphs()[index].cluster;
+            x += run.positions()[index].x_advance * scale_;
+        }
+        return std::string(text.substr(0, end)) + std::string(kEllipsis);
+    }
+
+    void addLine(const std::string& text) {
+        const Run run(font_, text);
+        const double lineWidth = run.advance() * scale_;
+        double x = std::isfinite(key_.width) ? (key_.width - lineWidth) * shareBefore() : 0.0;
+        const double baseline = size_.height + key_.font.ascender();
+        for (std::size_t index = 0; index < run.glyphs().size(); ++index) {
+            const hb_glyph_position_t& position = run.positions()[index];
+            Pen pen{
+                .outline = outline_,
+                .scale = scale_,
+                .origin = {.x = x + position.x_offset * scale_, .y = baseline - position.y_offset * scale_}};
+            hb_font_get_glyph_shape(font_, run.glyphs()[index].codepoint, drawFunctions(), &pen);
+            x += position.x_advance * scale_;
+        }
+        size_.width = std::max(size_.width, lineWidth);
+        size_.height += key_.font.lineHeight();
+    }
+
+    double shareBefore() const {
+        switch (key_.alignment) {
+        case NSTextAlignment::center:
+            return 0.5;
+        case NSTextAlignment::right:
+            return 1.0;
+        case NSTextAlignment::left:
+            break;
+        }
+        return 0.0;
+    }
+
+    const TextBlockKey& key_;
+    hb_font_t* font_;
+    double scale_; // points per font unit
+    double width_;
+    UIBezierPath outline_;
+    CGSize size_;
+};
 
 } // namespace
 
 TextBlock shapeText(const TextBlockKey& key) {
-    const Layout layout = engine().layout(key);
-    UIBezierPath outline;
-    CGSize size;
-    const LayoutIter lines(pango_layout_get_iter(layout.get()));
-    do {
-        PangoLayoutLine* const line = pango_layout_iter_get_line_readonly(lines.get());
-        PangoRectangle logical{};
-        pango_layout_line_get_extents(line, nullptr, &logical);
-        const double width = logical.width / double{PANGO_SCALE};
-        const double left = std::isfinite(key.width) ? (key.width - width) * shareBefore(key.alignment) : 0.0;
-        engine().addLine(line, {.x = left, .y = size.height + key.font.ascender()}, outline);
-        size.width = std::max(size.width, width);
-        size.height += key.font.lineHeight();
-    } while (pango_layout_iter_next_line(lines.get()) != FALSE);
-    return {key, std::move(outline), size};
+    return Shaper(key).block();
 }
 
 } // namespace platform
