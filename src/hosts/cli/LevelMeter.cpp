@@ -2,13 +2,18 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace qor::cli {
 
+namespace {
+
+constexpr std::uint64_t kHopsInBlock = 4; // blocks of 0.4 s that begin every 0.1 s
+
+} // namespace
+
 LevelMeter::LevelMeter(int sampleRate)
-    : state_(
-          ebur128_init(2, static_cast<unsigned long>(sampleRate), EBUR128_MODE_I | EBUR128_MODE_HISTOGRAM)) {}
+    : state_(ebur128_init(2, static_cast<unsigned long>(sampleRate), EBUR128_MODE_M)),
+      hop_(static_cast<std::size_t>(sampleRate + 5) / 10) {}
 
 float LevelMeter::finite(float sample) noexcept {
     if (std::isfinite(sample)) {
@@ -28,7 +33,25 @@ void LevelMeter::add(const float* left, const float* right, std::size_t frames) 
         interleaved_[2 * i + 1] = r;
     }
     if (state_ != nullptr) {
-        ebur128_add_frames_float(state_.get(), interleaved_.data(), frames);
+        addLoudness(frames);
+    }
+}
+
+// Feeds up to each end of a hop, and there hands the block that ends with it to the gate.
+void LevelMeter::addLoudness(std::size_t frames) noexcept {
+    for (std::size_t at = 0; at < frames;) {
+        const std::size_t count = std::min(frames - at, hop_ - inHop_);
+        ebur128_add_frames_float(state_.get(), &interleaved_[2 * at], count);
+        at += count;
+        inHop_ += count;
+        if (inHop_ < hop_) {
+            continue;
+        }
+        inHop_ = 0;
+        double block = 0.0;
+        if (++hops_ >= kHopsInBlock && ebur128_loudness_momentary(state_.get(), &block) == EBUR128_SUCCESS) {
+            gate_.add(block);
+        }
     }
 }
 
@@ -37,11 +60,7 @@ double LevelMeter::peak() const noexcept {
 }
 
 double LevelMeter::loudness() const noexcept {
-    double value = -std::numeric_limits<double>::infinity();
-    if (state_ != nullptr) {
-        ebur128_loudness_global(state_.get(), &value);
-    }
-    return value;
+    return gate_.integrated();
 }
 
 } // namespace qor::cli

@@ -1,6 +1,8 @@
 // Peak and loudness of a whole stereo signal.
 #pragma once
 
+#include "hosts/cli/LoudnessGate.h"
+
 #include <ebur128.h>
 
 #include <cstddef>
@@ -10,8 +12,8 @@
 
 namespace qor::cli {
 
-/// Measures what is added to it. Memory does not grow with the signal's length: the loudness gate works on a
-/// histogram with steps of 0.1 LU. Samples that are not finite are counted and otherwise taken as silence.
+/// Measures what is added to it, in memory that does not grow with the signal's length. Samples that are not
+/// finite are counted and otherwise taken as silence.
 class LevelMeter {
 public:
     /// `sampleRate` in Hz.
@@ -30,8 +32,13 @@ private:
         void operator()(ebur128_state* state) const noexcept { ebur128_destroy(&state); }
     };
     float finite(float sample) noexcept;
+    void addLoudness(std::size_t frames) noexcept;
 
     std::unique_ptr<ebur128_state, Destroy> state_; // null if there was no memory for it
+    LoudnessGate gate_;
+    std::size_t hop_;       // frames between two blocks of the gate: 0.1 s
+    std::size_t inHop_ = 0; // frames since the last block
+    std::uint64_t hops_ = 0;
     std::vector<float> interleaved_;
     float peak_ = 0.0F;
     std::uint64_t nonFinite_ = 0;
