@@ -4,6 +4,8 @@
 #include "AudioUnits/Apple Units/Effects/AUPeakLimiter.h"
 #include "kernel/QOR_Limiter_Extension_Parameters.h"
 #include "platform/audio/Audio.h"
+#include "platform/files/Files.h"
+#include "unit/QORPreset.h"
 
 #include <memory>
 #include <string>
@@ -17,6 +19,7 @@ namespace qor {
 /// log on every use, the unit's own uses included.
 class QOR_Limiter_Extension_AudioUnit final
     : public AUAudioUnit,
+      public QORPresetDelegate,
       public std::enable_shared_from_this<QOR_Limiter_Extension_AudioUnit> {
 public:
     const Ref<QOR_Limiter_ExtensionDSPKernelAdapter> kernelAdapter;
@@ -27,6 +30,7 @@ private:
     Ref<AUAudioUnitBusArray> inputBusArray_;  // built on first use
     Ref<AUAudioUnitBusArray> outputBusArray_; // built on first use
     AUMIDIOutputEventBlock _midiOutputEventBlock;
+    std::optional<PropertyListDictionary> _fullState; // given or made last
 
 public:
     std::vector<Ref<AUAudioUnitPreset>> presets; // the factory presets as listed so far
@@ -76,6 +80,27 @@ public:
     std::optional<std::vector<std::int64_t>> channelCapabilities() override;
     std::optional<std::vector<std::int64_t>> channelMap() override;
     void setChannelMap(std::optional<std::vector<std::int64_t>> map) override;
+
+    // State and presets. A host checks a file or state first: a value of the wrong kind, or a program without
+    // resources, stops the process.
+    /// A snapshot of the tree, without the base's own state. Reading it back moves no parameter: the format's
+    /// writer and reader are not mirrors.
+    std::optional<PropertyListDictionary> fullState();
+    /// Stores the state and reads it as a preset: each parameter that the reader finds is set in the tree.
+    void setFullState(std::optional<PropertyListDictionary> state);
+    /// Lists the factory directory and appends to `presets`, on every call again; the number of a preset is
+    /// the place of its file among all entries.
+    std::optional<std::vector<Ref<AUAudioUnitPreset>>> factoryPresets() override;
+    Ref<AUAudioUnitPreset> currentPreset() override;
+    /// From number 0 up a factory preset, below a user preset. What can't be found is logged, and the current
+    /// preset stays.
+    void setCurrentPreset(Ref<AUAudioUnitPreset> preset) override;
+    /// Reads the file of the preset's name in the factory directory, for user presets too. What it holds is
+    /// reported to whatever delegate stands. Fails with kAudioUnitErr_InvalidFilePath.
+    Result<PropertyListDictionary> presetStateFor(const AUAudioUnitPreset& preset);
+    /// Sets the tree's parameter of the address, if there is one.
+    void onFoundParameter(std::int64_t group, const std::string& identifier, std::uint64_t address,
+                          float value) override;
 
     /// A new closure on each call. It keeps the unit, and uses the MIDI output block and the system limiter's
     /// render block of this moment. One call: the kernel, then, while kLimiterFinalLimiter is exactly 1.0,
