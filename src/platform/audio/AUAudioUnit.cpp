@@ -55,7 +55,9 @@ Ref<AUAudioUnitBusArray> AUAudioUnit::outputBusses() {
     return noOutputs_;
 }
 
-void AUAudioUnit::setChannelMap([[maybe_unused]] std::optional<std::vector<std::int64_t>> map) {}
+// A unit with a map of its own keeps the value.
+void AUAudioUnit::setChannelMap( // NOLINTNEXTLINE(performance-unnecessary-value-param)
+    [[maybe_unused]] std::optional<std::vector<std::int64_t>> map) {}
 
 void AUAudioUnit::setMaximumFramesToRender(AUAudioFrameCount frames) {
     maximumFramesToRender_ = frames;

@@ -57,6 +57,7 @@ public:
     /// Pairs of input and output channel counts; absent: any.
     virtual std::optional<std::vector<std::int64_t>> channelCapabilities() { return std::nullopt; }
     virtual std::optional<std::vector<std::int64_t>> channelMap() { return std::nullopt; }
+    /// Discarded here.
     virtual void setChannelMap(std::optional<std::vector<std::int64_t>> map);
 
     // Rendering.

@@ -48,7 +48,7 @@ AudioUnit AUPeakLimiter::internalAU() const {
 }
 
 void AUPeakLimiter::send(AudioUnitParameterID id, double value) const {
-    if (const AudioUnit unit = internalAU(); unit != nullptr) {
+    if (AudioUnit unit = internalAU(); unit != nullptr) {
         AudioUnitSetParameter(unit, id, kAudioUnitScope_Global, 0, static_cast<float>(value), 0);
     }
 }

@@ -48,7 +48,7 @@ std::string valueText(const std::map<std::string, std::string>& settings) {
     std::string line = "[";
     const char* separator = "";
     for (const auto& [key, value] : settings) {
-        line += separator + key + ": " + value;
+        line.append(separator).append(key).append(": ").append(value);
         separator = ", ";
     }
     return line + "]";
