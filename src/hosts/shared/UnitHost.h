@@ -87,6 +87,8 @@ public:
                 const EventSource& events) noexcept;
     /// `reset` for hosts that ask for it between two render calls.
     void resetInRender() noexcept;
+    /// Ends the bypass's crossfade at once; for a state that is recalled, not switched.
+    void settleBypass() noexcept { bypass_.settle(); }
 
     // Any thread
     // ----------------------------------------------------------------------------------------------

@@ -17,7 +17,11 @@ LogRing::LogRing(LogSink& downstream) : downstream_(downstream), slots_(std::mak
 }
 
 LogRing::~LogRing() {
-    ending_.store(true, std::memory_order_release);
+    {
+        const std::lock_guard lock(endingMutex_);
+        ending_ = true;
+    }
+    endingSignal_.notify_one();
     writer_.join();
 }
 
@@ -53,15 +57,17 @@ bool LogRing::drainOne() noexcept {
     return true;
 }
 
+// The writer looks by itself every so often: whoever writes lines never has to wake it.
 void LogRing::run() noexcept {
+    constexpr std::chrono::milliseconds kPeriod{10};
+    std::unique_lock lock(endingMutex_);
     for (;;) {
-        const bool ending = ending_.load(std::memory_order_acquire);
+        const bool ending = endingSignal_.wait_for(lock, kPeriod, [this] { return ending_; });
         while (drainOne()) {
         }
         if (ending) {
             return;
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
 }
 

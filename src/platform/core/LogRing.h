@@ -4,9 +4,11 @@
 #include "platform/core/Log.h"
 
 #include <atomic>
+#include <condition_variable>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <thread>
 
 namespace platform {
@@ -43,7 +45,9 @@ private:
     std::atomic<std::uint64_t> head_{0};
     std::uint64_t tail_ = 0;
     std::atomic<std::uint64_t> dropped_{0};
-    std::atomic<bool> ending_{false};
+    std::mutex endingMutex_; // between the destructor and the writer only
+    std::condition_variable endingSignal_;
+    bool ending_ = false;
     std::thread writer_;
 };
 

@@ -1,0 +1,43 @@
+// The limiter as an LV2 plug-in.
+#pragma once
+
+#include "hosts/lv2/Lv2Ports.h"
+#include "hosts/shared/PluginRuntime.h"
+#include "hosts/shared/UnitHost.h"
+
+#include <array>
+#include <memory>
+
+namespace qor::lv2 {
+
+/// One instance: ports in front of a `UnitHost`. `create`, `activate` and `deactivate` belong to the host's
+/// instantiation thread, `connect` and `run` to its audio thread.
+class Lv2Plugin {
+public:
+    /// Null if the unit cannot be made or takes no such rate.
+    static std::unique_ptr<Lv2Plugin> create(double sampleRate);
+
+    void connect(std::uint32_t port, void* data) noexcept;
+    bool activate();
+    void deactivate() { host_->deactivate(); }
+    void run(std::uint32_t frames) noexcept;
+
+private:
+    Lv2Plugin(std::shared_ptr<host::PluginRuntime> runtime, std::unique_ptr<host::UnitHost> host,
+              double sampleRate)
+        : runtime_(std::move(runtime)), host_(std::move(host)), sampleRate_(sampleRate) {}
+
+    void recallPorts() noexcept;
+    std::uint32_t collectChanges() noexcept;
+    void writeMeters() noexcept;
+
+    std::shared_ptr<host::PluginRuntime> runtime_; // outlives the host
+    std::unique_ptr<host::UnitHost> host_;
+    double sampleRate_;
+    bool fresh_ = true; // no block since activation: the ports are a recalled state, not moves
+    std::array<float*, kPortCount> ports_{};
+    std::array<float, kParameterCount> seen_{}; // the ports' values as passed on last
+    std::array<host::HostEvent, kParameterCount + 1> changes_{};
+};
+
+} // namespace qor::lv2
