@@ -81,21 +81,13 @@ Result<std::vector<AutomationEvent>> readAutomation(const std::string& file) {
 
 AutomationCursor::AutomationCursor(std::vector<AutomationEvent> events) : events_(std::move(events)) {}
 
-const AURenderEvent* AutomationCursor::take(AUEventSampleTime start, std::uint32_t frames) {
+std::span<const AutomationEvent> AutomationCursor::take(AUEventSampleTime start, std::uint32_t frames) {
     const AUEventSampleTime end = start + static_cast<AUEventSampleTime>(frames);
-    list_.clear();
-    for (; next_ < events_.size() && events_[next_].time < end; ++next_) {
-        AURenderEvent event{};
-        event.parameter.eventSampleTime = events_[next_].time;
-        event.parameter.eventType = AURenderEventParameter;
-        event.parameter.parameterAddress = events_[next_].address;
-        event.parameter.value = events_[next_].value;
-        list_.push_back(event);
+    const std::size_t first = next_;
+    while (next_ < events_.size() && events_[next_].time < end) {
+        ++next_;
     }
-    for (std::size_t i = 1; i < list_.size(); ++i) {
-        list_[i - 1].head.next = &list_[i];
-    }
-    return list_.empty() ? nullptr : list_.data();
+    return std::span(events_).subspan(first, next_ - first);
 }
 
 } // namespace qor::cli

@@ -1,4 +1,4 @@
-// Parameter changes at sample positions, from a text file into render events.
+// Parameter changes at sample positions, from a text file to the render calls.
 #pragma once
 
 #include "hosts/cli/Failure.h"
@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <istream>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -22,14 +23,13 @@ struct AutomationEvent {
 Result<std::vector<AutomationEvent>> parseAutomation(std::istream& lines, const std::string& name);
 Result<std::vector<AutomationEvent>> readAutomation(const std::string& file);
 
-/// Hands the events out as the event lists of successive render calls.
+/// Hands the events out to successive render calls.
 class AutomationCursor {
 public:
     explicit AutomationCursor(std::vector<AutomationEvent> events);
 
-    /// The list of the events from where the last call ended up to `start` + `frames`, or null if there are
-    /// none. Valid until the next call.
-    const AURenderEvent* take(AUEventSampleTime start, std::uint32_t frames);
+    /// The events from where the last call ended up to `start` + `frames`.
+    std::span<const AutomationEvent> take(AUEventSampleTime start, std::uint32_t frames);
     /// Events that no call has reached yet.
     std::size_t left() const noexcept { return events_.size() - next_; }
     /// The first of them.
@@ -38,7 +38,6 @@ public:
 private:
     std::vector<AutomationEvent> events_;
     std::size_t next_ = 0;
-    std::vector<AURenderEvent> list_;
 };
 
 } // namespace qor::cli

@@ -2,8 +2,8 @@
 #include "hosts/cli/Command.h"
 #include "hosts/cli/FileChecks.h"
 #include "hosts/cli/FileLogSink.h"
-#include "hosts/cli/KernelEngine.h"
 #include "hosts/cli/RenderJob.h"
+#include "hosts/cli/UnitEngine.h"
 
 #include <cmath>
 #include <iostream>
@@ -114,8 +114,11 @@ Result<void> runRender(const RenderArguments& arguments) {
     }
     LogSink& quiet = discardingSink();
     const LogSinkScope log(file != nullptr ? *file : arguments.log.empty() ? quiet : standardOutputSink());
-    KernelEngine engine;
-    const Result<RenderSummary> summary = renderFile(request, engine);
+    Result<std::unique_ptr<UnitEngine>> engine = UnitEngine::create(arguments.plainPull);
+    if (!engine) {
+        return engine.error();
+    }
+    const Result<RenderSummary> summary = renderFile(request, *engine.value());
     if (!summary) {
         return summary.error();
     }

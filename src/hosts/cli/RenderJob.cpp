@@ -83,8 +83,8 @@ Result<void> Job::renderChunk(std::size_t frames) {
         const auto count = static_cast<std::uint32_t>(std::min<std::size_t>(request_.block, frames - at));
         const float* const in[2] = {&input_[0][at], &input_[1][at]};
         float* const out[2] = {&output_[0][at], &output_[1][at]};
-        const AURenderEvent* events = automation_->take(time_, count);
-        if (Result<void> rendered = engine_.render(time_, count, events, in, out); !rendered) {
+        if (Result<void> rendered = engine_.render(time_, automation_->take(time_, count), count, in, out);
+            !rendered) {
             return rendered;
         }
         if (meters_ != nullptr) {
@@ -128,11 +128,12 @@ RenderSummary Job::summary() const {
     }
     if (inputLevel_->nonFiniteSamples() > 0) {
         result.warnings.push_back(text(inputLevel_->nonFiniteSamples()) + " samples of " +
-                                  quotedName(request_.input) + " are infinite or no numbers.");
+                                  quotedName(request_.input) +
+                                  " are infinite or no numbers; they were taken as silence.");
     }
-    if (outputLevel_->nonFiniteSamples() > 0) {
-        result.warnings.push_back(text(outputLevel_->nonFiniteSamples()) +
-                                  " samples of the result are infinite or no numbers.");
+    if (engine_.breakdowns() > 0) {
+        result.warnings.push_back("the limiter's state broke down " + text(engine_.breakdowns()) +
+                                  " times and was made anew; the values set are too extreme.");
     }
     return result;
 }
@@ -147,8 +148,8 @@ Result<RenderSummary> Job::run() {
     for (const ParameterSetting& setting : request_.settings) {
         if (setting.raw) {
             engine_.setRawParameter(static_cast<std::int32_t>(setting.address), setting.value);
-        } else {
-            engine_.setParameter(setting.address, setting.value);
+        } else if (Result<void> set = engine_.setParameter(setting.address, setting.value); !set) {
+            return workFailed(set.error().localizedDescription());
         }
     }
     const std::size_t chunk = std::max<std::size_t>(1, kChunk / request_.block) * request_.block;

@@ -29,11 +29,10 @@ std::string refusal(const std::string& content) {
     return events.error().localizedDescription();
 }
 
-std::vector<AUEventSampleTime> timesOf(const AURenderEvent* event) {
+std::vector<AUEventSampleTime> timesOf(std::span<const AutomationEvent> events) {
     std::vector<AUEventSampleTime> times;
-    for (; event != nullptr; event = event->head.next) {
-        EXPECT_EQ(event->head.eventType, AURenderEventParameter);
-        times.push_back(event->head.eventSampleTime);
+    for (const AutomationEvent& event : events) {
+        times.push_back(event.time);
     }
     return times;
 }
@@ -99,13 +98,13 @@ TEST(Automation, AMissingFileIsRefused) {
 
 TEST(Automation, TheCursorHandsOutEachEventOnceInTheCallThatHoldsIt) {
     AutomationCursor cursor({{0, 1, 0.1F}, {0, 2, 0.2F}, {63, 1, 0.3F}, {64, 1, 0.4F}, {200, 1, 0.5F}});
-    const AURenderEvent* first = cursor.take(0, 64);
+    const std::span<const AutomationEvent> first = cursor.take(0, 64);
     EXPECT_THAT(timesOf(first), testing::ElementsAre(0, 0, 63));
-    EXPECT_EQ(first->parameter.parameterAddress, 1U);
-    EXPECT_EQ(first->head.next->parameter.parameterAddress, 2U);
-    EXPECT_EQ(first->head.next->parameter.value, 0.2F);
+    EXPECT_EQ(first[0].address, 1U);
+    EXPECT_EQ(first[1].address, 2U);
+    EXPECT_EQ(first[1].value, 0.2F);
     EXPECT_THAT(timesOf(cursor.take(64, 64)), testing::ElementsAre(64));
-    EXPECT_EQ(cursor.take(128, 64), nullptr);
+    EXPECT_TRUE(cursor.take(128, 64).empty());
     EXPECT_EQ(cursor.left(), 1U);
     EXPECT_EQ(cursor.nextEvent().time, 200);
 }

@@ -25,17 +25,18 @@ public:
         calls.push_back("allocate " + text(sampleRate));
         return {};
     }
-    void setParameter(AUParameterAddress address, float value) override {
+    Result<void> setParameter(AUParameterAddress address, float value) override {
         calls.push_back("set " + text(address) + " " + text(value));
+        return {};
     }
     void setRawParameter(std::int32_t address, float value) override {
         calls.push_back("raw " + text(address) + " " + text(value));
     }
-    Result<void> render(std::int64_t sampleTime, std::uint32_t frames, const AURenderEvent* events,
-                        const float* const input[2], float* const output[2]) override {
+    Result<void> render(std::int64_t sampleTime, std::span<const AutomationEvent> events,
+                        std::uint32_t frames, const float* const input[2], float* const output[2]) override {
         std::string call = "render " + text(sampleTime) + " " + text(frames);
-        for (; events != nullptr; events = events->head.next) {
-            call += " @" + text(events->head.eventSampleTime);
+        for (const AutomationEvent& event : events) {
+            call += " @" + text(event.time);
         }
         calls.push_back(call);
         if (sampleTime >= failAt) {
@@ -47,6 +48,7 @@ public:
         return {};
     }
     MeterValues meters() override { return {}; }
+    std::uint64_t breakdowns() const override { return 0; }
 
     std::vector<std::string> calls;
     std::int64_t failAt = 1 << 30;
