@@ -28,6 +28,10 @@ const Clock& steadyClock() noexcept {
 RunLoop::RunLoop(const Clock& clock) : clock_(&clock) {}
 
 RunLoop::~RunLoop() {
+    if (remote_.target_ != nullptr) {
+        const std::lock_guard lock(remote_.target_->mutex);
+        remote_.target_->loop = nullptr;
+    }
     // What a task or timer holds may own further timers of this loop, so nothing is reachable while it is
     // dropped.
     std::vector<Ref<NSTimer>> timers = std::move(timers_);
@@ -65,6 +69,21 @@ void RunLoop::async(Block<void()> task) {
     while (!incoming_.compare_exchange_weak(node->next, node, std::memory_order_release,
                                             std::memory_order_relaxed)) {
     }
+}
+
+void RunLoop::Remote::async(Block<void()> task) const {
+    const std::lock_guard lock(target_->mutex);
+    if (target_->loop != nullptr) {
+        target_->loop->async(std::move(task));
+    }
+}
+
+RunLoop::Remote RunLoop::remote() {
+    if (remote_.target_ == nullptr) {
+        remote_.target_ = makeRef<Remote::Target>();
+        remote_.target_->loop = this;
+    }
+    return remote_;
 }
 
 bool RunLoop::pump() {

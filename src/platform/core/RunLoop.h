@@ -5,6 +5,7 @@
 #include "platform/core/Ref.h"
 
 #include <atomic>
+#include <mutex>
 #include <optional>
 #include <vector>
 
@@ -66,6 +67,23 @@ public:
     /// Queues a task. Any thread; never blocks. Allocates one node.
     void async(Block<void()> task);
 
+    /// A way to queue tasks that may outlive the loop.
+    class Remote {
+    public:
+        /// Queues a task, or drops it if the loop is gone. Any thread; may wait for the loop's destructor.
+        void async(Block<void()> task) const;
+
+    private:
+        friend class RunLoop;
+        struct Target {
+            std::mutex mutex;
+            RunLoop* loop; // absent once the loop is gone
+        };
+        Ref<Target> target_;
+    };
+    /// Loop thread only.
+    Remote remote();
+
     /// Runs the tasks that were queued before the call, in order, then each timer that is due, once. Tasks
     /// and timers run with this loop as the current one. Loop thread only. Returns whether anything ran.
     bool pump();
@@ -94,6 +112,7 @@ private:
     const Clock* clock_;
     std::atomic<Task*> incoming_{nullptr}; // newest first
     std::vector<Ref<NSTimer>> timers_;
+    Remote remote_; // made when it is first asked for
 };
 
 /// Queues a task on the current loop: the platform's main dispatch queue.

@@ -83,6 +83,22 @@ TEST(RunLoop, DropsTasksAndTimersWithAllTheyHoldAtItsEnd) {
     EXPECT_EQ(held.use_count(), 1);
 }
 
+TEST(RunLoop, ARemoteQueuesFromAnyThreadAndDropsTasksOnceTheLoopIsGone) {
+    const auto alive = std::make_shared<int>(0);
+    RunLoop::Remote remote;
+    int runs = 0;
+    {
+        RunLoop loop;
+        remote = loop.remote();
+        std::thread([&remote, &runs] { remote.async([&runs] { ++runs; }); }).join();
+        loop.pump();
+        EXPECT_EQ(runs, 1);
+    }
+    remote.async([&runs, alive] { ++runs; });
+    EXPECT_EQ(runs, 1);
+    EXPECT_EQ(alive.use_count(), 1);
+}
+
 TEST(NSTimer, FiresOnTheGridOfItsInterval) {
     ManualClock clock;
     RunLoop loop(clock);
