@@ -6,6 +6,7 @@
 #include "platform/view/UIControl.h"
 #include "platform/view/UIEvent.h"
 #include "platform/view/UIGestureRecognizer.h"
+#include "platform/view/UIImageView.h"
 #include "platform/view/UITouch.h"
 #include "platform/view/UIView.h"
 #include "platform/view/UIViewController.h"
