@@ -17,7 +17,7 @@ NSURLSession& NSURLSession::sharedSession() {
     return session;
 }
 
-void NSURLSession::data(const URLRequest& request, Completion completion) {
+void NSURLSession::data(const URLRequest& request, const Completion& completion) {
     RunLoop::Remote loop = RunLoop::current().remote();
     const std::lock_guard lock(mutex_);
     dropFinished();

@@ -36,7 +36,7 @@ public:
 
     /// Starts a request and calls back once, on the run loop that is current now, unless that loop or the
     /// session ends first. An answer with any HTTP status is no failure.
-    void data(const URLRequest& request, Completion completion);
+    void data(const URLRequest& request, const Completion& completion);
     /// Waits until every request has handed its answer to its run loop.
     void waitUntilIdle();
 
