@@ -64,8 +64,9 @@ void PeakLimiterDSP::set(float attackSeconds, float decaySeconds, float preGainD
         if (fresh_) {
             preGain_ = preGainTarget_;
         } else {
-            rampLeft_ =
-                std::max(1U, static_cast<std::uint32_t>(std::lround(kPreGainRampSeconds * sampleRate_)));
+            // The bound only keeps the conversion in range at absurd rates.
+            rampLeft_ = static_cast<std::uint32_t>(
+                std::clamp(std::round(kPreGainRampSeconds * sampleRate_), 1.0, 1e9));
             preGainStep_ = (preGainTarget_ - preGain_) / rampLeft_;
         }
     }

@@ -5,7 +5,7 @@
 
 namespace platform {
 
-/// One input and one output bus, mono or stereo, any rate from 1 Hz up; both start as stereo at 44100 Hz and
+/// One input and one output bus, mono or stereo, any rate above 0 Hz; both start as stereo at 44100 Hz and
 /// must agree when render resources are allocated. No latency. Works in place.
 ///
 /// Parameters, by number through the plain handle and by address in the tree, held within their ranges:

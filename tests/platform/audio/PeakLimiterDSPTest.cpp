@@ -275,6 +275,19 @@ TEST(PeakLimiter, APreGainSetBeforeTheFirstFrameHoldsAtOnce) {
     EXPECT_EQ(probe(limiter), 1.0);
 }
 
+TEST(PeakLimiter, AbsurdRatesGiveNothingAboveTheCeiling) {
+    for (const double rate : {1e-3, 1.0, 1e12, 1e300}) {
+        auto limiter = limiterAt(rate);
+        feed(limiter, 4.0F, 100);
+        limiter.set(0.012F, 0.024F, 20.0F);
+        Samples left = test::noise(1000, 12.0, 45);
+        Samples right = test::noise(1000, 12.0, 46);
+        run(limiter, left, right);
+        EXPECT_LE(test::peakOf(left), 1.0F) << rate;
+        EXPECT_LE(test::peakOf(right), 1.0F) << rate;
+    }
+}
+
 TEST(PeakLimiter, TheSamplesDoNotDependOnHowTheSignalIsCut) {
     std::mt19937 random(51);
     const std::size_t frames = 30000;

@@ -172,6 +172,26 @@ TEST(AUPeakLimiter, RunSpeaksAtOnceAndDumpsLater) {
               "AUPeakLimiter::nodeDiagnostics(): ---------------------------------------------");
 }
 
+class LimiterWithWatchedEngine final : public AUPeakLimiter {
+public:
+    Weak<AVAudioEngine> watched;
+
+private:
+    Ref<AVAudioEngine> makeEngine() override {
+        auto made = AUPeakLimiter::makeEngine();
+        watched = made;
+        return made;
+    }
+};
+
+TEST(AUPeakLimiter, TheEngineStaysAfterRun) {
+    const test::CapturedLog log;
+    LimiterWithWatchedEngine limiter;
+    limiter.run(anyBus());
+    ASSERT_NE(limiter.watched.lock(), nullptr);
+    EXPECT_TRUE(limiter.watched.lock()->attachedNodes().empty());
+}
+
 class LimiterWithoutEngine final : public AUPeakLimiter {
     Ref<AVAudioEngine> makeEngine() override { return nullptr; }
 };
