@@ -107,16 +107,17 @@ Spectrum chime(int step) { // few partials, far apart, as of struck metal
     }
     return spectrum;
 }
-Spectrum chirped(int step) { // a saw's harmonics, their phases bent more and more
+Spectrum reed(int step) { // a saw with its even harmonics held back and its phases bent, less and less
+    const double even = 0.2 + 0.1 * step;
     Spectrum spectrum;
     for (int k = 1; k <= kHarmonics; ++k) {
-        spectrum.push_back({k, smooth(k) / k, 0.02 * (step + 1) * k * k});
+        spectrum.push_back({k, (k % 2 == 0 ? even : 1.0) * smooth(k) / k, 0.02 * (8 - step) * k * k});
     }
     return spectrum;
 }
 
 Spectrum spectrumOf(int index) {
-    constexpr std::array kFamilies = {darkening, hollow, pulse, formant, comb, drawbars, chime, chirped};
+    constexpr std::array kFamilies = {darkening, hollow, pulse, formant, comb, drawbars, chime, reed};
     switch (index) {
     case -1:
         return sine();
