@@ -190,7 +190,7 @@ private:
     }
 
     void initialise() {
-        const double rate = random_.oneOf<double>(
+        const auto rate = random_.oneOf<double>(
             {48000.0, 44100.0, 22050.0, 32000.0, 96000.0, 192000.0, 1000.0, 16000.0, 0.0, -48000.0, 1e30,
              std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()});
         const bool usual = random_.oneIn(2);
@@ -232,7 +232,7 @@ private:
 
     // Another count of stages, or stages that no longer hold the same values.
     void disturbFilters() {
-        const float poles =
+        const auto poles =
             random_.oneOf<float>({3.0F, 4.0F, 2.5F, 1.5F, 0.0F, std::numeric_limits<float>::quiet_NaN()});
         const bool uneven = random_.oneIn(2);
         const int c = random_.below(2);
@@ -286,7 +286,7 @@ private:
             std::copy_n(shippedIn_.pointers[c], frames, modelledIn_.pointers[c]);
         }
         const bool inPlace = random_.oneIn(4);
-        const std::int64_t start = 1000 * random_.below(1000);
+        const std::int64_t start = std::int64_t{1000} * random_.below(1000);
         const std::vector<model::Event> events = makeEvents(start, frames);
         const std::vector<AURenderEvent> list = linked(events);
 
