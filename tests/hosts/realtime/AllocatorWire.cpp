@@ -7,14 +7,16 @@
 
 #define QOR_EXPORTED extern "C" __attribute__((visibility("default")))
 
+// NOLINTBEGIN(bugprone-reserved-identifier, readability-inconsistent-declaration-parameter-name): names of
+// the C library's
+
 // The C library's own entries, under the names that it exports for such programs.
 extern "C" {
-void* __libc_malloc(std::size_t size) noexcept;                    // NOLINT(bugprone-reserved-identifier)
-void* __libc_calloc(std::size_t count, std::size_t size) noexcept; // NOLINT(bugprone-reserved-identifier)
-void* __libc_realloc(void* memory, std::size_t size) noexcept;     // NOLINT(bugprone-reserved-identifier)
-void* __libc_memalign(std::size_t alignment,
-                      std::size_t size) noexcept; // NOLINT(bugprone-reserved-identifier)
-void __libc_free(void* memory) noexcept;          // NOLINT(bugprone-reserved-identifier)
+void* __libc_malloc(std::size_t size) noexcept;
+void* __libc_calloc(std::size_t count, std::size_t size) noexcept;
+void* __libc_realloc(void* memory, std::size_t size) noexcept;
+void* __libc_memalign(std::size_t alignment, std::size_t size) noexcept;
+void __libc_free(void* memory) noexcept;
 }
 
 namespace {
@@ -66,3 +68,5 @@ QOR_EXPORTED int posix_memalign(void** memory, std::size_t alignment, std::size_
     *memory = __libc_memalign(alignment, size);
     return *memory == nullptr ? ENOMEM : 0;
 }
+
+// NOLINTEND(bugprone-reserved-identifier, readability-inconsistent-declaration-parameter-name)

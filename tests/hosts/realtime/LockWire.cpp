@@ -42,6 +42,8 @@ Function* next(const char* name) noexcept {
         return real(object, until);                                                                          \
     }
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): names of the C library's
+
 QOR_LOCK_WIRE(pthread_mutex_lock, pthread_mutex_t)
 QOR_LOCK_WIRE(pthread_mutex_trylock, pthread_mutex_t)
 QOR_LOCK_WIRE(pthread_mutex_unlock, pthread_mutex_t)
@@ -62,3 +64,5 @@ QOR_EXPORTED int pthread_cond_wait(pthread_cond_t* condition, pthread_mutex_t* m
     trip(__builtin_return_address(0));
     return real(condition, mutex);
 }
+
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
