@@ -4,6 +4,7 @@
 #include "unit/UnitComponent.h"
 
 #include <cmath>
+#include <thread>
 #include <utility>
 
 namespace qor::host {
@@ -30,6 +31,7 @@ Result<std::unique_ptr<UnitHost>> UnitHost::create(const UnitHostOptions& option
         }
         host->owned_ = std::move(made).value();
         host->live_ = host->owned_.get();
+        host->shown_.store(host->owned_->unit->kernelAdapter.get());
     }
     if (options.serviced) {
         host->serviceThread_ = ServiceThread::acquire();
@@ -42,6 +44,7 @@ UnitHost::~UnitHost() {
     if (serviceThread_ != nullptr) {
         serviceThread_->remove(*this);
     }
+    const std::lock_guard lock(mutex_); // always before the process's
     const std::lock_guard process(wholeProcessMutex());
     const RunLoop::Scope scope(loop_);
     deactivate();
@@ -104,11 +107,7 @@ void UnitHost::deactivate() {
     active_ = false;
     next_.store(nullptr);
     if (incoming_ != nullptr) {
-        release(*owned_);
-        owned_ = std::move(incoming_);
-        if (onUnitReplaced_) {
-            onUnitReplaced_();
-        }
+        takeIncomingUnit();
     }
     broken_.store(false);
     release(*owned_);
@@ -221,12 +220,7 @@ void UnitHost::replaceBrokenUnit() {
     }
     const bool broken = broken_.load(std::memory_order_acquire);
     if (incoming_ != nullptr && !broken) {
-        const std::lock_guard process(wholeProcessMutex());
-        release(*owned_);
-        owned_ = std::move(incoming_);
-        if (onUnitReplaced_) {
-            onUnitReplaced_();
-        }
+        takeIncomingUnit();
         return;
     }
     if (!broken || incoming_ != nullptr) {
@@ -251,6 +245,20 @@ void UnitHost::replaceBrokenUnit() {
     next_.store(incoming_.get(), std::memory_order_release);
 }
 
+// The render thread has let go of the old unit by now; threads that read its values may still be at it.
+void UnitHost::takeIncomingUnit() {
+    shown_.store(incoming_->unit->kernelAdapter.get());
+    while (readers_.load() != 0) {
+        std::this_thread::yield();
+    }
+    const std::lock_guard process(wholeProcessMutex());
+    release(*owned_);
+    owned_ = std::move(incoming_);
+    if (onUnitReplaced_) {
+        onUnitReplaced_();
+    }
+}
+
 // Only the newest value matters on the way up, and that stands in the kernel.
 void UnitHost::tellObservers() {
     std::uint32_t moved = automated_.exchange(0, std::memory_order_acquire);
@@ -263,12 +271,13 @@ void UnitHost::tellObservers() {
 }
 
 float UnitHost::parameter(AUParameterAddress address) const noexcept {
-    return owned_->unit->kernelAdapter->getParameterEx(static_cast<std::int32_t>(address));
+    return Reading(*this)->getParameterEx(static_cast<std::int32_t>(address));
 }
 
 Meters UnitHost::meters() const noexcept {
-    QOR_Limiter_Extension_AudioUnit& unit = *owned_->unit;
-    return {unit.getDynamicsValue1(), unit.getDynamicsValue2(), unit.getPeakValue1(), unit.getPeakValue2()};
+    const Reading adapter(*this);
+    return {adapter->getDynamicsValue1(), adapter->getDynamicsValue2(), adapter->getPeakValue1(),
+            adapter->getPeakValue2()};
 }
 
 } // namespace qor::host

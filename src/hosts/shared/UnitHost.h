@@ -105,6 +105,19 @@ public:
 private:
     static constexpr std::uint32_t kChunk = 4096; // what the kernel's buffers hold
 
+    /// Keeps the adapter whose values are read from being replaced meanwhile. Never waits.
+    class Reading {
+    public:
+        explicit Reading(const UnitHost& host) noexcept : host_(host) { host_.readers_.fetch_add(1); }
+        ~Reading() { host_.readers_.fetch_sub(1); }
+        Reading(const Reading&) = delete;
+        Reading& operator=(const Reading&) = delete;
+        QOR_Limiter_ExtensionDSPKernelAdapter* operator->() const noexcept { return host_.shown_.load(); }
+
+    private:
+        const UnitHost& host_;
+    };
+
     struct LiveUnit {
         Ref<QOR_Limiter_Extension_AudioUnit> unit;
         AUInternalRenderBlock render;
@@ -118,6 +131,7 @@ private:
     static void resendParameters(QOR_Limiter_Extension_AudioUnit& unit) noexcept;
     void service() override;
     void replaceBrokenUnit();
+    void takeIncomingUnit();
     void tellObservers();
 
     void renderChunk(const float* const input[2], float* const output[2], std::uint32_t frames,
@@ -141,6 +155,8 @@ private:
     std::atomic<bool> broken_{false};         // the unit's state is not finite: it is left alone
     std::atomic<LiveUnit*> next_{nullptr};
     std::atomic<std::uint64_t> replacements_{0};
+    std::atomic<QOR_Limiter_ExtensionDSPKernelAdapter*> shown_{nullptr}; // of `owned_`
+    mutable std::atomic<std::uint32_t> readers_{0};                      // that hold `shown_` right now
     BypassFade bypass_;
 
     // The render thread's own.
