@@ -1,5 +1,6 @@
 #include "hosts/cli/Interrupt.h"
 
+#include <atomic>
 #include <csignal>
 #include <initializer_list>
 
@@ -7,13 +8,14 @@ namespace qor::cli {
 
 namespace {
 
-volatile std::sig_atomic_t flag = 0; // set by the handler, on the thread that reads it
+std::atomic<bool> flag{false}; // the handler may run on any thread
+static_assert(std::atomic<bool>::is_always_lock_free);
 
 } // namespace
 
 void catchInterrupts() noexcept {
     struct sigaction action {};
-    action.sa_handler = [](int) { flag = 1; };
+    action.sa_handler = [](int) { flag = true; };
     // A second one ends the process at once.
     action.sa_flags = static_cast<int>(SA_RESETHAND) | SA_RESTART;
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
@@ -24,7 +26,7 @@ void catchInterrupts() noexcept {
 }
 
 bool interrupted() noexcept {
-    return flag != 0;
+    return flag;
 }
 
 } // namespace qor::cli

@@ -9,14 +9,20 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <future>
 
 namespace qor::cli {
 
 namespace {
 
-constexpr std::size_t kChunk = 16384; // frames read and written at a time, at most
+constexpr std::size_t kChunk = 32768; // frames read and written at a time, at most
 
 using Stereo = std::array<std::vector<float>, 2>;
+
+struct Chunk {
+    Stereo input;
+    Stereo output;
+};
 
 // Everything that one render works with.
 class Job {
@@ -27,7 +33,9 @@ public:
 
 private:
     Result<void> open();
-    Result<void> renderChunk(std::size_t frames);
+    Result<void> renderChunk(Chunk& chunk, std::size_t frames);
+    void measure(const Chunk& chunk, std::size_t frames);
+    void finishMeasuring();
     Result<void> commit();
     RenderSummary summary() const;
 
@@ -39,9 +47,9 @@ private:
     std::unique_ptr<AutomationCursor> automation_;
     std::unique_ptr<LevelMeter> inputLevel_;
     std::unique_ptr<LevelMeter> outputLevel_;
-    Stereo input_;
-    Stereo output_;
-    std::int64_t time_ = 0; // the next frame
+    std::array<Chunk, 2> chunks_;                // one is measured while the other is rendered
+    std::int64_t time_ = 0;                      // the next frame
+    std::array<std::future<void>, 2> measuring_; // last: ends before what it works on
 };
 
 Result<void> Job::open() {
@@ -77,12 +85,12 @@ Result<void> Job::open() {
     return {};
 }
 
-// The frames lie in `input_`; the calls begin on multiples of the block's length.
-Result<void> Job::renderChunk(std::size_t frames) {
+// The calls begin on multiples of the block's length.
+Result<void> Job::renderChunk(Chunk& chunk, std::size_t frames) {
     for (std::size_t at = 0; at < frames;) {
         const auto count = static_cast<std::uint32_t>(std::min<std::size_t>(request_.block, frames - at));
-        const float* const in[2] = {&input_[0][at], &input_[1][at]};
-        float* const out[2] = {&output_[0][at], &output_[1][at]};
+        const float* const in[2] = {&chunk.input[0][at], &chunk.input[1][at]};
+        float* const out[2] = {&chunk.output[0][at], &chunk.output[1][at]};
         if (Result<void> rendered = engine_.render(time_, automation_->take(time_, count), count, in, out);
             !rendered) {
             return rendered;
@@ -95,9 +103,26 @@ Result<void> Job::renderChunk(std::size_t frames) {
         time_ += count;
         at += count;
     }
-    inputLevel_->add(input_[0].data(), input_[1].data(), frames);
-    outputLevel_->add(output_[0].data(), output_[1].data(), frames);
-    return writer_->write(output_[0].data(), output_[1].data(), frames);
+    return writer_->write(chunk.output[0].data(), chunk.output[1].data(), frames);
+}
+
+// Measuring loudness costs several times what limiting does, so it goes on beside the next chunk, on other
+// cores where there are any.
+void Job::measure(const Chunk& chunk, std::size_t frames) {
+    finishMeasuring();
+    const auto start = [frames](LevelMeter& meter, const Stereo& sound) {
+        return std::async([&meter, &sound, frames] { meter.add(sound[0].data(), sound[1].data(), frames); });
+    };
+    measuring_[0] = start(*inputLevel_, chunk.input);
+    measuring_[1] = start(*outputLevel_, chunk.output);
+}
+
+void Job::finishMeasuring() {
+    for (std::future<void>& task : measuring_) {
+        if (task.valid()) {
+            task.get();
+        }
+    }
 }
 
 Result<void> Job::commit() {
@@ -152,28 +177,33 @@ Result<RenderSummary> Job::run() {
             return workFailed(set.error().localizedDescription());
         }
     }
-    const std::size_t chunk = std::max<std::size_t>(1, kChunk / request_.block) * request_.block;
-    for (unsigned channel = 0; channel < 2; ++channel) {
-        input_[channel].resize(chunk);
-        output_[channel].resize(chunk);
+    const std::size_t length = std::max<std::size_t>(1, kChunk / request_.block) * request_.block;
+    for (Chunk& place : chunks_) {
+        for (unsigned channel = 0; channel < 2; ++channel) {
+            place.input[channel].resize(length);
+            place.output[channel].resize(length);
+        }
     }
     Progress progress(stderr, reader_->frames());
-    while (true) {
+    for (std::size_t turn = 0;; turn ^= 1U) {
+        Chunk& place = chunks_[turn];
         if (interrupted()) {
             return workFailed("stopped; " + quotedName(request_.output) + " was not written.");
         }
-        const Result<std::size_t> got = reader_->read(input_[0].data(), input_[1].data(), chunk);
+        const Result<std::size_t> got = reader_->read(place.input[0].data(), place.input[1].data(), length);
         if (!got) {
             return got.error();
         }
         if (got.value() == 0) {
             break;
         }
-        if (Result<void> rendered = renderChunk(got.value()); !rendered) {
+        if (Result<void> rendered = renderChunk(place, got.value()); !rendered) {
             return rendered.error();
         }
+        measure(place, got.value());
         progress.update(time_);
     }
+    finishMeasuring();
     if (Result<void> committed = commit(); !committed) {
         return committed.error();
     }
