@@ -17,7 +17,7 @@ struct Outcome {
     int status = -1; // exit status, or 128 + the signal that ended it
     std::string output;
     std::string errors;
-    long peakMemory = 0; // KiB
+    long peakMemory = 0; // KiB; at least what the test itself holds
 };
 
 /// `prepare` runs in the new process before the program starts.

@@ -36,8 +36,9 @@ inline Sound burstyNoise(std::size_t frames, int channels = 2, int rate = 48000,
     return sound;
 }
 
-inline void writeSound(const std::string& file, const Sound& sound,
-                       int format = SF_FORMAT_WAV | SF_FORMAT_FLOAT) {
+/// The sound so many times in a row, without holding all of it.
+inline void writeRepeated(const std::string& file, const Sound& sound, int times,
+                          int format = SF_FORMAT_WAV | SF_FORMAT_FLOAT) {
     SF_INFO info{};
     info.samplerate = sound.rate;
     info.channels = sound.channels;
@@ -47,8 +48,15 @@ inline void writeSound(const std::string& file, const Sound& sound,
         throw std::runtime_error(sf_strerror(nullptr));
     }
     sf_command(handle, SFC_SET_CLIPPING, nullptr, SF_TRUE);
-    sf_writef_float(handle, sound.samples.data(), static_cast<sf_count_t>(sound.frames()));
+    for (int i = 0; i < times; ++i) {
+        sf_writef_float(handle, sound.samples.data(), static_cast<sf_count_t>(sound.frames()));
+    }
     sf_close(handle);
+}
+
+inline void writeSound(const std::string& file, const Sound& sound,
+                       int format = SF_FORMAT_WAV | SF_FORMAT_FLOAT) {
+    writeRepeated(file, sound, 1, format);
 }
 
 /// `format` receives the library's format bits.
