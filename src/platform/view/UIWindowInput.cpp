@@ -94,6 +94,9 @@ void UIWindow::touchMoved(int touch, const CGPoint& location, std::uint32_t modi
         return;
     }
     const ActiveTouch moved = *found;
+    if (std::hypot(location.x - lastTap_.location.x, location.y - lastTap_.location.y) > kTapDistance) {
+        lastTap_ = {}; // a drag is no tap
+    }
     moved.touch->update(UITouchPhase::moved, location, now());
     UIEvent event = makeEvent(modifierFlags);
     for (const Ref<UIGestureRecognizer>& recognizer : moved.recognizers) {
