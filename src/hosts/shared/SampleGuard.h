@@ -1,6 +1,7 @@
 // Keeps audio that no limiter can make sense of out of the unit, and notices when it got in all the same.
 #pragma once
 
+#include <bit>
 #include <cstdint>
 
 namespace qor::host {
@@ -8,8 +9,11 @@ namespace qor::host {
 /// +48 dBFS: beyond this a sample is a fault, not music.
 inline constexpr float kLoudestInput = 256.0F;
 
+/// All set in infinities and NaNs, and in no other float.
+inline constexpr std::uint32_t kExponentBits = 0x7F800000;
+
 /// Copies samples, what is not finite as 0 and what is louder than `kLoudestInput` cut to it. A null source
-/// is silence. The places may be the same.
+/// is silence. The places may be the same. Bits decide what is finite, so that the loop has no branch.
 inline void copyGuarded(const float* source, float* target, std::uint32_t count) noexcept {
     if (source == nullptr) {
         for (std::uint32_t i = 0; i < count; ++i) {
@@ -18,9 +22,9 @@ inline void copyGuarded(const float* source, float* target, std::uint32_t count)
         return;
     }
     for (std::uint32_t i = 0; i < count; ++i) {
-        const float x = source[i];
-        // x - x is 0 for every finite number and NaN for all others.
-        const float finite = x - x == 0.0F ? x : 0.0F;
+        const auto bits = std::bit_cast<std::uint32_t>(source[i]);
+        const std::uint32_t keep = (bits & kExponentBits) != kExponentBits ? ~0U : 0U;
+        const auto finite = std::bit_cast<float>(bits & keep);
         const float below = finite > kLoudestInput ? kLoudestInput : finite;
         target[i] = below < -kLoudestInput ? -kLoudestInput : below;
     }
@@ -34,13 +38,14 @@ inline void copyHeldDown(const float* source, float* target, std::uint32_t count
     }
 }
 
-/// True if no sample is infinite or NaN.
+/// True if no sample is infinite or NaN. Looks at the bits, all of them in any case: that the processor can
+/// do for several samples at once.
 inline bool allFinite(const float* samples, std::uint32_t count) noexcept {
-    bool finite = true;
+    std::uint32_t notFinite = 0;
     for (std::uint32_t i = 0; i < count; ++i) {
-        finite = finite && (samples[i] - samples[i] == 0.0F);
+        notFinite |= (std::bit_cast<std::uint32_t>(samples[i]) & kExponentBits) == kExponentBits ? 1U : 0U;
     }
-    return finite;
+    return notFinite == 0;
 }
 
 } // namespace qor::host
