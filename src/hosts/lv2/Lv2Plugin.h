@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hosts/lv2/Lv2Ports.h"
+#include "hosts/shared/ParameterFollower.h"
 #include "hosts/shared/PluginRuntime.h"
 #include "hosts/shared/UnitHost.h"
 
@@ -27,8 +28,7 @@ private:
               double sampleRate)
         : runtime_(std::move(runtime)), host_(std::move(host)), sampleRate_(sampleRate) {}
 
-    void recallPorts() noexcept;
-    std::uint32_t collectChanges() noexcept;
+    host::ParameterFollower::Values portValues() const noexcept;
     void writeMeters() noexcept;
 
     std::shared_ptr<host::PluginRuntime> runtime_; // outlives the host
@@ -36,8 +36,7 @@ private:
     double sampleRate_;
     bool fresh_ = true; // no block since activation: the ports are a recalled state, not moves
     std::array<float*, kPortCount> ports_{};
-    std::array<float, kParameterCount> seen_{}; // the ports' values as passed on last
-    std::array<host::HostEvent, kParameterCount + 1> changes_{};
+    host::ParameterFollower follower_;
 };
 
 } // namespace qor::lv2
