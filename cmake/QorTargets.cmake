@@ -34,14 +34,15 @@ function(qor_add_bench name)
   target_link_libraries(${name} PRIVATE ${ARG_LINK} benchmark::benchmark_main)
 endfunction()
 
-# qor_add_plugin(NAME SOURCES ... LINK ... EXPORT symbol OUTPUT_DIRECTORY dir [SUFFIX .so]): a loadable object that
-# exports its entry symbol and nothing else, and needs nothing that is not used.
+# qor_add_plugin(NAME SOURCES ... LINK ... EXPORT symbols... OUTPUT_DIRECTORY dir [SUFFIX .so]): a loadable object that
+# exports its entry symbols and nothing else, and needs nothing that is not used.
 function(qor_add_plugin name)
-  cmake_parse_arguments(ARG "" "EXPORT;OUTPUT_DIRECTORY;SUFFIX" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "OUTPUT_DIRECTORY;SUFFIX" "SOURCES;LINK;EXPORT" ${ARGN})
   add_library(${name} MODULE ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LINK})
   set(map "${CMAKE_CURRENT_BINARY_DIR}/${name}.map")
-  file(WRITE "${map}" "{ global: ${ARG_EXPORT}; local: *; };\n")
+  list(JOIN ARG_EXPORT "; " symbols)
+  file(WRITE "${map}" "{ global: ${symbols}; local: *; };\n")
   target_link_options(${name} PRIVATE "LINKER:--version-script,${map}" "LINKER:--as-needed" "LINKER:--gc-sections")
   if(NOT QOR_SANITIZE)
     target_link_options(${name} PRIVATE "LINKER:--no-undefined")

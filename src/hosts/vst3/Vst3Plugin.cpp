@@ -75,7 +75,7 @@ void Vst3Plugin::setParameterValue(uint32_t index, float value) {
 
 DISTRHO::String Vst3Plugin::getState(const char* key) const {
     if (std::strcmp(key, kStateKey) != 0) {
-        return {};
+        return DISTRHO::String();
     }
     const auto bytes = host::stateBytes(wantedValues(), "QOR Limiter");
     return bytes ? DISTRHO::String(std::string(textView(bytes.value())).c_str()) : DISTRHO::String();
@@ -85,14 +85,13 @@ void Vst3Plugin::setState(const char* key, const char* value) {
     if (std::strcmp(key, kStateKey) != 0 || *value == '\0') {
         return;
     }
-    const auto restored =
-        host::stateValues({reinterpret_cast<const std::uint8_t*>(value), std::strlen(value)});
-    if (!restored) {
-        print("QOR Limiter: the saved state is refused: " + restored.error().localizedDescription());
+    const auto state = host::checkState(dataFromText(value), host::Completeness::allParameters);
+    if (!state) {
+        print("QOR Limiter: the saved state is refused: " + state.error().localizedDescription());
         return;
     }
     for (std::size_t i = 0; i < kParameterCount; ++i) {
-        wanted_[i].store(restored.value()[i], std::memory_order_relaxed);
+        wanted_[i].store(state.value().values[i].value_or(wanted_[i].load()), std::memory_order_relaxed);
     }
     recalling_.store(true, std::memory_order_release);
 }
