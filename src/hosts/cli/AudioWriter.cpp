@@ -53,7 +53,7 @@ std::optional<OutputFormat> outputFormatNamed(std::string_view name) {
 }
 
 bool needsRF64(OutputFormat format, std::int64_t frames) {
-    return format != OutputFormat::flac && frames > kLargestWav / (2 * bytesPerSample(format));
+    return format != OutputFormat::flac && frames > kLargestWav / (2LL * bytesPerSample(format));
 }
 
 // The library's own file handling does not tell what went wrong with a write, so it goes through ours.

@@ -226,6 +226,20 @@ TEST_F(Render, AutomationActsExactlyAtItsSampleInEveryBlockSize) {
     }
 }
 
+TEST_F(Render, AnAutomatedFinalLimiterSwitchesForTheWholeRenderCall) {
+    input(burstyNoise(5000));
+    render("with.wav", {"--set", "trim=0.8"});
+    render("without.wav", {"--set", "trim=0.8", "--set", "finallimiter=0"});
+    folder.write("moves.txt", "1234 finallimiter 0\n");
+    render("out.wav", {"--set", "trim=0.8", "--automation", path("moves.txt"), "--block", "512"});
+    const std::vector<float> with = samples("with.wav");
+    const std::vector<float> without = samples("without.wav");
+    const std::vector<float> got = samples("out.wav");
+    ASSERT_NE(with, without);
+    EXPECT_TRUE(std::equal(got.begin(), got.begin() + 2L * 1024, with.begin()));
+    EXPECT_TRUE(std::equal(got.begin() + 2L * 1024, got.end(), without.begin() + 2L * 1024));
+}
+
 TEST_F(Render, EventsAtOneSampleKeepTheirOrder) {
     input(burstyNoise(2000));
     render("limited.wav", {"--set", "threshold=0.3"});
