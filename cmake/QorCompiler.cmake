@@ -39,3 +39,6 @@ if(QOR_SANITIZE)
 endif()
 
 option(QOR_FUZZ "Build the libFuzzer targets (needs clang)" OFF)
+if(QOR_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link) # coverage of the libraries guides the fuzzer
+endif()

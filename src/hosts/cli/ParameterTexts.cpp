@@ -1,5 +1,6 @@
 #include "hosts/cli/ParameterTexts.h"
 
+#include "hosts/cli/JsonText.h"
 #include "kernel/ParameterTable.h"
 
 #include <algorithm>
@@ -29,25 +30,6 @@ std::string joinedNames(const ParameterRow& row) {
         result += name;
     }
     return result;
-}
-
-std::string jsonText(std::string_view source) {
-    constexpr std::string_view kHex = "0123456789abcdef";
-    std::string result = "\"";
-    for (const char c : source) {
-        const auto code = static_cast<unsigned char>(c);
-        if (c == '"' || c == '\\') {
-            result += '\\';
-            result += c;
-        } else if (code < 0x20) {
-            result += "\\u00";
-            result += kHex[code >> 4];
-            result += kHex[code & 15U];
-        } else {
-            result += c;
-        }
-    }
-    return result + '"';
 }
 
 std::string jsonObject(const ParameterRow& row) {

@@ -2,6 +2,7 @@
 #include "hosts/cli/Command.h"
 #include "hosts/cli/FileChecks.h"
 #include "hosts/cli/FileLogSink.h"
+#include "hosts/cli/PresetSettings.h"
 #include "hosts/cli/RenderJob.h"
 #include "hosts/cli/UnitEngine.h"
 
@@ -18,6 +19,7 @@ struct RenderArguments {
     std::vector<std::pair<bool, std::string>> settings; // raw or not, "NAME=VALUE"
     std::string format = kOutputFormats.front().name;
     std::string log;
+    std::string preset;
     std::int64_t block = 512;
     bool plainPull = false;
 };
@@ -27,8 +29,16 @@ NSError atOption(const char* option, const NSError& error) {
     return wrongUsage(std::string(option) + ": " + error.localizedDescription());
 }
 
+// The preset's first, so that a setting changes what the preset says.
 Result<std::vector<ParameterSetting>> parseSettings(const RenderArguments& arguments) {
     std::vector<ParameterSetting> settings;
+    if (!arguments.preset.empty()) {
+        const Result<host::CheckedState> preset = openPreset(arguments.preset);
+        if (!preset) {
+            return preset.error();
+        }
+        settings = presetSettings(preset.value());
+    }
     for (const auto& [raw, source] : arguments.settings) {
         const Result<ParameterSetting> setting = raw ? parseRawSetting(source) : parseSetting(source);
         if (!setting) {
@@ -156,6 +166,10 @@ Command addRenderCommand(CLI::App& program) {
     addSetting(
         "--raw-set", true, "ADDRESS=VALUE",
         "Give the kernel a value as it is, past the ranges; addresses 0 to 15, in one order with --set");
+    render
+        ->add_option("--preset", arguments->preset,
+                     "Start from a preset: a name ('qor-limiter presets') or a file")
+        ->type_name("PRESET");
     render
         ->add_option("--automation", arguments->request.automation,
                      "Lines 'SAMPLETIME NAME VALUE', applied at their sample; '#' starts a comment")

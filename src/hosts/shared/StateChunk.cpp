@@ -35,14 +35,21 @@ PropertyListDictionary stateDictionary(const ParameterValues& values, const std:
     patch.name = name;
     PropertyListDictionary dictionary = patch.toDictionary();
     dictionary.set("count", static_cast<std::int64_t>(kParameterCount));
-    for (const ParameterRow& row : kParameterTable) {
+    const auto add = [&](const ParameterRow& row) {
         PresetParam param;
         param.address = row.address;
         param.identifier = row.identifier;
         param.value = values.at(row.address);
-        dictionary.set(groupKey(row.address), PropertyListDictionary{{"identifier", kGroupIdentifier},
-                                                                     {"count", 1},
-                                                                     {"param", param.toDictionary()}});
+        dictionary.append(groupKey(row.address), PropertyListDictionary{{"identifier", kGroupIdentifier},
+                                                                        {"count", 1},
+                                                                        {"param", param.toDictionary()}});
+    };
+    // The reader goes by this order, and a threshold takes the law of the knee that stands when it is set.
+    add(kParameterTable.at(kLimiterKnee));
+    for (const ParameterRow& row : kParameterTable) {
+        if (row.address != kLimiterKnee) {
+            add(row);
+        }
     }
     return dictionary;
 }

@@ -17,7 +17,10 @@ class StateHost : public testing::Test {
     platform::LogSink& before_ = platform::setLogSink(platform::discardingSink());
 
 protected:
-    ~StateHost() override { platform::setLogSink(before_); }
+    ~StateHost() override {
+        host_.reset();
+        platform::setLogSink(before_);
+    }
 
     static std::unique_ptr<qor::host::UnitHost> makeHost() {
         qor::host::UnitHostOptions options;
