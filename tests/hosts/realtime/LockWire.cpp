@@ -28,6 +28,7 @@ Function* next(const char* name) noexcept {
 
 } // namespace
 
+// NOLINTBEGIN(bugprone-macro-parentheses): a type
 #define QOR_LOCK_WIRE(name, type)                                                                            \
     QOR_EXPORTED int name(type* object) noexcept {                                                           \
         static auto* const real = next<int(type*)>(#name);                                                   \
@@ -42,6 +43,8 @@ Function* next(const char* name) noexcept {
         return real(object, until);                                                                          \
     }
 
+// NOLINTEND(bugprone-macro-parentheses)
+
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): names of the C library's
 
 QOR_LOCK_WIRE(pthread_mutex_lock, pthread_mutex_t)
@@ -55,9 +58,14 @@ QOR_LOCK_WIRE(pthread_rwlock_trywrlock, pthread_rwlock_t)
 QOR_LOCK_WIRE(pthread_rwlock_unlock, pthread_rwlock_t)
 QOR_LOCK_WIRE(pthread_cond_signal, pthread_cond_t)
 QOR_LOCK_WIRE(pthread_cond_broadcast, pthread_cond_t)
-QOR_LOCK_WIRE(sem_wait, sem_t)
 QOR_LOCK_WIRE(sem_trywait, sem_t)
 QOR_LOCK_WIRE(sem_post, sem_t)
+
+QOR_EXPORTED int sem_wait(sem_t* semaphore) {
+    static auto* const real = next<int(sem_t*)>("sem_wait");
+    trip(__builtin_return_address(0));
+    return real(semaphore);
+}
 
 QOR_EXPORTED int pthread_cond_wait(pthread_cond_t* condition, pthread_mutex_t* mutex) {
     static auto* const real = next<int(pthread_cond_t*, pthread_mutex_t*)>("pthread_cond_wait");
