@@ -20,6 +20,7 @@ Command addRenderCommand(CLI::App& program);
 Command addParamsCommand(CLI::App& program);
 Command addPresetsCommand(CLI::App& program);
 Command addStateCommand(CLI::App& program);
+Command addSnapshotCommand(CLI::App& program);
 
 /// All of them, in the order of the help text.
 std::vector<Command> addCommands(CLI::App& program);

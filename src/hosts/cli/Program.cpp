@@ -34,7 +34,7 @@ int answer(const CLI::App& program, const CLI::ParseError& found) {
 
 std::vector<Command> addCommands(CLI::App& program) {
     return {addRenderCommand(program), addParamsCommand(program), addPresetsCommand(program),
-            addStateCommand(program)};
+            addStateCommand(program), addSnapshotCommand(program)};
 }
 
 int runProgram(int argumentCount, const char* const* arguments) {

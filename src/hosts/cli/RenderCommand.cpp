@@ -61,6 +61,7 @@ Result<void> requireDistinctFiles(const RenderArguments& arguments) {
                         {"the automation", &request.automation, false},
                         {"--output", &request.output, true},
                         {"--meters", &request.meters, true},
+                        {"--report", &request.report, true},
                         {"--log", &arguments.log, true}};
     for (const Use& later : uses) {
         for (const Use* earlier = std::begin(uses); earlier != &later; ++earlier) {
@@ -187,6 +188,10 @@ Command addRenderCommand(CLI::App& program) {
         ->add_option("--meters", arguments->request.meters,
                      "Write the meters after each render call as comma-separated values")
         ->type_name("FILE.csv");
+    render
+        ->add_option("--report", arguments->request.report,
+                     "Draw a picture: waveforms, gain reduction and output peaks over time, and the levels")
+        ->type_name("FILE.png|.svg|.pdf");
     render
         ->add_option("--log", arguments->log,
                      "Write the limiter's log lines to a file, or '-' for standard output")

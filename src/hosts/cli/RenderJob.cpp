@@ -4,11 +4,14 @@
 #include "hosts/cli/Interrupt.h"
 #include "hosts/cli/LevelMeter.h"
 #include "hosts/cli/MeterTable.h"
+#include "hosts/cli/PictureFile.h"
 #include "hosts/cli/Progress.h"
+#include "hosts/cli/report/ReportPicture.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <filesystem>
 #include <future>
 
 namespace qor::cli {
@@ -36,6 +39,7 @@ private:
     Result<void> renderChunk(Chunk& chunk, std::size_t frames);
     void measure(const Chunk& chunk, std::size_t frames);
     void finishMeasuring();
+    Result<void> drawReportFile();
     Result<void> commit();
     RenderSummary summary() const;
 
@@ -44,6 +48,8 @@ private:
     std::unique_ptr<AudioReader> reader_;
     std::unique_ptr<AudioWriter> writer_;
     std::unique_ptr<MeterTable> meters_;
+    std::unique_ptr<PictureFile> report_;
+    RenderTrace trace_; // only filled for a report
     std::unique_ptr<AutomationCursor> automation_;
     std::unique_ptr<LevelMeter> inputLevel_;
     std::unique_ptr<LevelMeter> outputLevel_;
@@ -80,6 +86,13 @@ Result<void> Job::open() {
         }
         meters_ = std::move(table).value();
     }
+    if (!request_.report.empty()) {
+        Result<std::unique_ptr<PictureFile>> picture = PictureFile::create(request_.report);
+        if (!picture) {
+            return picture.error();
+        }
+        report_ = std::move(picture).value();
+    }
     inputLevel_ = std::make_unique<LevelMeter>(reader_->sampleRate());
     outputLevel_ = std::make_unique<LevelMeter>(reader_->sampleRate());
     return {};
@@ -99,6 +112,9 @@ Result<void> Job::renderChunk(Chunk& chunk, std::size_t frames) {
             if (Result<void> added = meters_->add(time_, engine_.meters()); !added) {
                 return added;
             }
+        }
+        if (report_ != nullptr) {
+            trace_.add(in, out, count, engine_.meters());
         }
         time_ += count;
         at += count;
@@ -125,9 +141,24 @@ void Job::finishMeasuring() {
     }
 }
 
+Result<void> Job::drawReportFile() {
+    constexpr double kPixelsPerPoint = 1.5;
+    const RenderSummary levels = summary();
+    return report_->write(kReportSize, kPixelsPerPoint, [&] {
+        drawReport({.title = std::filesystem::path(request_.input).filename().string(),
+                    .trace = trace_,
+                    .summary = levels});
+    });
+}
+
 Result<void> Job::commit() {
     if (meters_ != nullptr) {
         if (Result<void> done = meters_->commit(); !done) {
+            return done;
+        }
+    }
+    if (report_ != nullptr) {
+        if (Result<void> done = drawReportFile(); !done) {
             return done;
         }
     }

@@ -18,6 +18,7 @@ struct RenderRequest {
     std::vector<ParameterSetting> settings; // in the order to apply them
     std::string automation;                 // a file, or empty
     std::string meters;                     // a file, or empty
+    std::string report;                     // a picture file, or empty
     std::uint32_t block = 512;              // frames of a render call, 1 to `kLargestBlock`
     OutputFormat format = OutputFormat::float32;
 };

@@ -52,8 +52,8 @@ CGRect CGRectApplyAffineTransform(const CGRect& rect, const CGAffineTransform& m
         CGPointApplyAffineTransform({.x = left, .y = bottom}, map),
         CGPointApplyAffineTransform({.x = right, .y = bottom}, map),
     };
-    const auto [minX, maxX] = std::ranges::minmax({corners[0].x, corners[1].x, corners[2].x, corners[3].x});
-    const auto [minY, maxY] = std::ranges::minmax({corners[0].y, corners[1].y, corners[2].y, corners[3].y});
+    const auto [minX, maxX] = std::minmax({corners[0].x, corners[1].x, corners[2].x, corners[3].x});
+    const auto [minY, maxY] = std::minmax({corners[0].y, corners[1].y, corners[2].y, corners[3].y});
     return CGRectMake(minX, minY, maxX - minX, maxY - minY);
 }
 

@@ -3,8 +3,8 @@
 
 #include "platform/draw/CGContext.h"
 
-// NOLINTNEXTLINE(bugprone-reserved-identifier): Cairo's own name, so that its header isn't needed here
-typedef struct _cairo cairo_t;
+// Cairo's own name, so that its header isn't needed here. NOLINTNEXTLINE(bugprone-reserved-identifier)
+using cairo_t = struct _cairo;
 
 namespace platform {
 

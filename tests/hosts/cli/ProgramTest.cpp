@@ -26,7 +26,7 @@ TEST(Program, EveryHelpTextHasAnExampleAndGoesToStandardOutput) {
 TEST(Program, TheManPageNamesEveryOption) {
     const std::string page = test::contentOf(QOR_MAN_PAGE);
     std::size_t options = 0;
-    for (const char* command : {"render", "params"}) {
+    for (const char* command : {"render", "params", "snapshot"}) {
         const std::string help = runProgram({command, "--help"}).output;
         for (std::size_t at = help.find("--"); at != std::string::npos; at = help.find("--", at + 2)) {
             const std::size_t end = help.find_first_not_of("abcdefghijklmnopqrstuvwxyz-", at);
