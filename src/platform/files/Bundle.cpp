@@ -53,6 +53,16 @@ std::optional<fs::path> besideOwnFile(const fs::path& file, const std::string& n
     return std::nullopt;
 }
 
+/// Where an installation for one user puts them: plug-ins lie in directories of their own then, far from "share".
+std::optional<fs::path> userResources(const std::string& name) {
+    const std::optional<std::string> data = dataDirectory();
+    if (!data) {
+        return std::nullopt;
+    }
+    const fs::path candidate = fs::path(*data) / name / "resources";
+    return isDirectory(candidate) ? std::optional(candidate) : std::nullopt;
+}
+
 URL directoryURL(const fs::path& path) {
     return URL::fileURLWithPath(path.string() + "/");
 }
@@ -79,6 +89,9 @@ std::optional<URL> Bundle::resourceURL() const {
         if (liesBelow(*file, PLATFORM_BUILD_TREE) && isDirectory(PLATFORM_SOURCE_RESOURCES)) {
             return directoryURL(PLATFORM_SOURCE_RESOURCES);
         }
+    }
+    if (const auto own = userResources(directoryName_)) {
+        return directoryURL(*own);
     }
     if (isDirectory(PLATFORM_INSTALLED_RESOURCES)) {
         return directoryURL(PLATFORM_INSTALLED_RESOURCES);
