@@ -192,6 +192,21 @@ TEST_F(UnitHostAudioTest, AUnitWhoseStateBrokeIsReplacedAndKeepsItsParameters) {
     EXPECT_GT(after.peak(), 0.1F);
 }
 
+TEST_F(UnitHostAudioTest, TellsNobodyOfAReplacementOnceItIsDestroyed) {
+    int replaced = 0;
+    {
+        const auto each = test::makeHost();
+        ASSERT_TRUE(each->activate(48000.0));
+        each->setOnUnitReplaced([&replaced] { ++replaced; });
+        ASSERT_TRUE(each->setParameter(kLimiterFinalLimiter, 0.0F));
+        each->unit().kernelAdapter->setParameterEx(0, -1e30F);
+        test::render(*each, test::noise(4096, 2.0F), 256);
+        each->pump(); // a fresh unit waits for a render call that never comes
+        ASSERT_EQ(each->replacements(), 1U);
+    }
+    EXPECT_EQ(replaced, 0);
+}
+
 TEST_F(UnitHostAudioTest, InputAndOutputMayBeTheSamePlacesInEveryCombination) {
     const test::Stereo input = test::noise(9000, 0.8F);
     const test::Stereo expected = test::render(*host, input, 9000);
