@@ -65,6 +65,7 @@ void UnitHost::render(const float* const input[2], float* const output[2], std::
     std::uint32_t moved = 0;
     std::uint32_t position = 0;
     std::uint32_t reached = 0; // frame of the latest event: times never run backwards
+    bool finalLimiter = adapter.getParameterEx(static_cast<std::int32_t>(kLimiterFinalLimiter)) == 1.0F;
     do {
         std::uint32_t end = frames - position < kChunk ? frames : position + kChunk;
         chunkEvents_.clear();
@@ -85,6 +86,15 @@ void UnitHost::render(const float* const input[2], float* const output[2], std::
                 }
                 applyNow(chunkEvents_.head()); // a flood on one sample, and that sample is now
                 chunkEvents_.clear();
+            }
+            if (event.kind == HostEventKind::Parameter && event.address == kLimiterFinalLimiter) {
+                // The unit looks at the final limiter's switch once a call: the chunk ends where it turns.
+                const bool turnsOn = event.value == 1.0F;
+                if (turnsOn != finalLimiter && frame > position) {
+                    end = frame;
+                    break;
+                }
+                finalLimiter = turnsOn;
             }
             reached = frame;
             chunkEvents_.add(event, sampleTime_ + (frame - position));

@@ -6,23 +6,21 @@
 
 namespace platform {
 
-/// For calls into libraries that read numbers with the C library. Changes the calling thread only.
+/// For calls into libraries that read numbers with the C library. Changes the calling thread only, and
+/// allocates nothing: a locale that is made from the process's own for each call would leak its names.
 class NumericLocale {
 public:
-    NumericLocale() noexcept
-        : own_(::newlocale(LC_NUMERIC_MASK, "C", ::duplocale(::uselocale(nullptr)))),
-          before_(own_ != nullptr ? ::uselocale(own_) : nullptr) {}
-    ~NumericLocale() {
-        if (own_ != nullptr) {
-            ::uselocale(before_);
-            ::freelocale(own_);
-        }
-    }
+    NumericLocale() noexcept : before_(::uselocale(plainLocale())) {}
+    ~NumericLocale() { ::uselocale(before_); }
     NumericLocale(const NumericLocale&) = delete;
     NumericLocale& operator=(const NumericLocale&) = delete;
 
 private:
-    locale_t own_;
+    static locale_t plainLocale() noexcept {
+        static locale_t const plain = ::newlocale(LC_ALL_MASK, "C", nullptr);
+        return plain;
+    }
+
     locale_t before_;
 };
 

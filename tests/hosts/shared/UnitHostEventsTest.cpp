@@ -57,6 +57,21 @@ TEST_F(UnitHostEventsTest, EventsLandOnTheirSampleWhateverTheBlockSize) {
     }
 }
 
+TEST_F(UnitHostEventsTest, TheFinalLimiterTurnsOnItsSampleWhateverTheBlockSize) {
+    const test::Stereo input = test::noise(10000, 1.5F);
+    std::vector<HostEvent> events = randomEvents(100, 10000, 5);
+    for (std::uint32_t frame = 1111; frame < 10000; frame += 1111) {
+        events.push_back(test::parameterAt(frame, kLimiterFinalLimiter, frame % 2 != 0 ? 1.0F : 0.0F));
+        events.push_back(test::parameterAt(frame, kLimiterTrim, 0.9F));
+    }
+    std::stable_sort(events.begin(), events.end(),
+                     [](const HostEvent& a, const HostEvent& b) { return a.frame < b.frame; });
+    const test::Stereo expected = test::render(*host, input, 1, events);
+    for (const std::uint32_t block : {64U, 1000U, 4096U, 10000U}) {
+        EXPECT_TRUE(test::sameBits(test::render(*sameHost(), input, block, events), expected)) << block;
+    }
+}
+
 TEST_F(UnitHostEventsTest, AFloodOfTenThousandEventsLosesNone) {
     const test::Stereo input = test::noise(1024, 0.9F);
     const std::vector<HostEvent> events = randomEvents(10000, 1024, 4);
