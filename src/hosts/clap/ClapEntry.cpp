@@ -39,6 +39,5 @@ const void* getFactory(const char* id) noexcept {
 } // namespace
 
 extern "C" {
-CLAP_EXPORT extern const clap_plugin_entry_t clap_entry;
 const clap_plugin_entry_t clap_entry{CLAP_VERSION, init, deinit, getFactory};
 }
