@@ -55,7 +55,9 @@ constexpr std::array<std::string_view, 27> kKinds{"generic",
                                                   "customUnit"};
 
 std::string tabs(std::int64_t level) {
-    return std::string(static_cast<std::size_t>(level < 0 ? 0 : level), '\t');
+    std::string indent;
+    indent.append(static_cast<std::size_t>(level < 0 ? 0 : level), '\t');
+    return indent;
 }
 
 std::string listText(const std::optional<std::vector<std::string>>& strings) {

@@ -61,6 +61,7 @@ TEST_F(EditorController, RepeatsTheMissingUnitTwentyFiveTimesASecondUntilItComes
 TEST_F(EditorController, AUnitThatComesAfterTheViewIsConnectedOnce) {
     load();
     unit = makeUnit();
+    headless.settle();
     log.clear();
     controller->setAudioUnit(unit);
     EXPECT_EQ(lines(), std::vector<std::string>{"AU Diagnostics: AUAudioUnit::didSet()"});

@@ -6,7 +6,12 @@
 
 namespace platform {
 
-HeadlessWindow::HeadlessWindow(const CGSize& size, double scale) : window_(makeRef<UIWindow>(size, scale)) {}
+HeadlessWindow::HeadlessWindow(const CGSize& size, double scale)
+    : own_(std::make_unique<Time>()), loop_(own_->loop), clock_(own_->clock),
+      window_(makeRef<UIWindow>(size, scale)) {}
+
+HeadlessWindow::HeadlessWindow(const CGSize& size, RunLoop& loop, ManualClock& clock, double scale)
+    : loop_(loop), clock_(clock), window_(makeRef<UIWindow>(size, scale)) {}
 
 HeadlessWindow::~HeadlessWindow() {
     const RunLoop::Scope scope(loop_);

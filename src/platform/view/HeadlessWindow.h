@@ -4,17 +4,20 @@
 #include "platform/core/RunLoop.h"
 #include "platform/view/UIWindow.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace platform {
 
-/// Owns a run loop with a clock that stands until it is moved. Every operation runs with that loop as the
+/// Has a run loop with a clock that stands until it is moved. Every operation runs with that loop as the
 /// current one and leaves the window laid out and drawn, as between two frames of a screen.
 class HeadlessWindow {
 public:
     explicit HeadlessWindow(const CGSize& size, double scale = 1.0);
+    /// On a loop and clock of somebody else's, which must outlive it.
+    HeadlessWindow(const CGSize& size, RunLoop& loop, ManualClock& clock, double scale = 1.0);
     ~HeadlessWindow();
     HeadlessWindow(const HeadlessWindow&) = delete;
     HeadlessWindow& operator=(const HeadlessWindow&) = delete;
@@ -53,8 +56,13 @@ public:
     std::uint64_t displayPasses() const noexcept { return passes_; }
 
 private:
-    ManualClock clock_;
-    RunLoop loop_{clock_};
+    struct Time {
+        ManualClock clock;
+        RunLoop loop{clock};
+    };
+    std::unique_ptr<Time> own_;
+    RunLoop& loop_;
+    ManualClock& clock_;
     Ref<UIWindow> window_;
     std::uint64_t passes_ = 0;
 };
