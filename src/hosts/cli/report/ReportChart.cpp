@@ -34,14 +34,8 @@ void drawReportText(std::string_view text, const CGRect& rect, const UIFont& fon
 }
 
 double timeStep(double seconds, int most) {
-    for (double power = 0.001; power < 1.0; power *= 10.0) {
-        for (const double digit : {1.0, 2.0, 5.0}) {
-            if (seconds / (digit * power) <= most) {
-                return digit * power;
-            }
-        }
-    }
-    for (const double step : {1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 60.0, 120.0, 300.0, 600.0, 900.0, 1800.0}) {
+    for (const double step : {0.001, 0.002, 0.005, 0.01, 0.02, 0.05,  0.1,   0.2,   0.5,   1.0,   2.0,
+                              5.0,   10.0,  15.0,  30.0, 60.0, 120.0, 300.0, 600.0, 900.0, 1800.0}) {
         if (seconds / step <= most) {
             return step;
         }

@@ -125,8 +125,9 @@ void drawReport(const ReportContent& content) {
     const double foot = std::min(-6.0, std::floor(deepest / 6.0) * 6.0);
     const ReportChart reduction(CGRectMake(kLeft, 370.0, kWidth, 96.0), seconds, foot, 0.0);
     std::vector<ValueMark> marks;
-    for (double value = 0.0; value >= foot; value -= foot < -30.0 ? 12.0 : foot < -6.0 ? 6.0 : 3.0) {
-        marks.push_back({value, fixedText(value, 0) + " dB"});
+    const double step = foot < -30.0 ? 12.0 : foot < -6.0 ? 6.0 : 3.0;
+    for (int mark = 0; - step * mark >= foot; ++mark) {
+        marks.push_back({-step * mark, text(static_cast<std::int64_t>(-step * mark)) + " dB"});
     }
     reduction.drawGround("gain reduction of the limiter, as its meters show it", marks, false);
     drawLegend(353.0, "left or mid", "right or side");
