@@ -21,8 +21,8 @@ endif()
 # The signal path is reproducible bit for bit: every operation is rounded on its own, nothing is fused.
 add_compile_options(-ffp-contract=off)
 
-add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
-  $<$<COMPILE_LANGUAGE:C>:-Wno-non-virtual-dtor> $<$<COMPILE_LANGUAGE:C>:-Wno-overloaded-virtual>)
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor>
+  $<$<COMPILE_LANGUAGE:CXX>:-Woverloaded-virtual> -Wcast-align)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # GCC 12 sees an overlapping copy in every inlined std::string concatenation with a literal in front.
   add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
