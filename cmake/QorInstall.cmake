@@ -3,6 +3,8 @@
 
 install(DIRECTORY "${CMAKE_SOURCE_DIR}/resources/QOR Limiter Folder" DESTINATION "${CMAKE_INSTALL_DATADIR}/qor-limiter"
   COMPONENT common)
+install(FILES "${CMAKE_SOURCE_DIR}/resources/EditorLayout.plist" DESTINATION "${CMAKE_INSTALL_DATADIR}/qor-limiter"
+  COMPONENT common)
 install(FILES "${CMAKE_SOURCE_DIR}/README.md" "${CMAKE_SOURCE_DIR}/resources/debian/copyright"
   DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/qor-limiter" COMPONENT common)
 if(TARGET qor-limiter-app)

@@ -130,6 +130,9 @@ void EditorHost::observe() {
     // Within this editor's loop: what the observer queues lands there.
     stripToken_ =
         unwrap(tree_).tokenByAddingParameterObserver([this](AUParameterAddress address, AUValue value) {
+            if (turns_ != 0 && !following_) {
+                gestures_.changed(address, value, isTouched());
+            }
             dispatchAsyncMain([this, address, value] { strip_->show(address, value); });
         });
     for (const ParameterRow& row : kParameterTable) {
@@ -173,7 +176,9 @@ void EditorHost::close() {
 
 void EditorHost::pump() {
     const Turn turn(*this);
+    following_ = true;
     model_.pump();
+    following_ = false;
     loop_->pump();
 }
 

@@ -1,6 +1,7 @@
 // Owns an editor for as long as its instance lives, and joins it to a unit.
 #pragma once
 
+#include "hosts/shared/EditGestures.h"
 #include "hosts/shared/EditorModel.h"
 #include "hosts/shared/HostStrip.h"
 #include "hosts/shared/KnobAssistant.h"
@@ -48,12 +49,26 @@ public:
     /// The model has another unit now: the surface follows it.
     void unitReplaced();
 
-    /// Holds the model's lock and makes the editor's run loop the current one.
+    /// Told, within a `Turn`, what a person moves; automation and what the host sets are left out.
+    void setEditSink(EditSink sink) { gestures_.setSink(std::move(sink)); }
+
+    /// Holds the model's lock and makes the editor's run loop the current one. What moves a parameter
+    /// meanwhile is a person's doing.
     class Turn {
     public:
-        explicit Turn(EditorHost& host) : lock_(host.model_.mutex()), scope_(*host.loop_) {}
+        explicit Turn(EditorHost& host) : host_(host), lock_(host.model_.mutex()), scope_(*host.loop_) {
+            ++host_.turns_;
+        }
+        ~Turn() {
+            if (--host_.turns_ == 0) {
+                host_.gestures_.settle(host_.isTouched());
+            }
+        }
+        Turn(const Turn&) = delete;
+        Turn& operator=(const Turn&) = delete;
 
     private:
+        EditorHost& host_;
         std::lock_guard<std::recursive_mutex> lock_;
         RunLoop::Scope scope_;
     };
@@ -72,6 +87,7 @@ private:
     void forgetTree();
     void service() override;
     void setServiced(bool serviced);
+    bool isTouched() const noexcept { return window_ != nullptr && window_->isTouched(); }
 
     EditorModel& model_;
     const EditorHostOptions options_;
@@ -84,6 +100,9 @@ private:
     Ref<AUParameterTree> tree_; // where the registrations are
     AUParameterObserverToken stripToken_ = 0;
     UIWindow* window_ = nullptr;
+    EditGestures gestures_;
+    int turns_ = 0;          // how deep in turns the main thread is
+    bool following_ = false; // the model brings what automation has moved
     std::shared_ptr<ServiceThread> serviceThread_;
     bool registered_ = false; // with the service thread
 };

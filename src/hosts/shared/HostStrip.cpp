@@ -111,8 +111,8 @@ void HostStrip::tellValue(AUParameterAddress address, float value) {
 void HostStrip::enterValue(UIView& host, const CGRect& place, AUParameterAddress address) {
     constexpr double kFieldWidth = 56.0;
     constexpr double kFieldHeight = 18.0;
-    const CGRect field = CGRectMake(CGRectGetMidX(place) - kFieldWidth / 2.0, CGRectGetMidY(place) - kFieldHeight / 2.0,
-                                    kFieldWidth, kFieldHeight);
+    const CGRect field = CGRectMake(CGRectGetMidX(place) - kFieldWidth / 2.0,
+                                    CGRectGetMidY(place) - kFieldHeight / 2.0, kFieldWidth, kFieldHeight);
     entry_.open(host, field, rowOf(address), model_.parameter(address));
 }
 

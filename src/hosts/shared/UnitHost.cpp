@@ -44,7 +44,7 @@ UnitHost::~UnitHost() {
     if (serviceThread_ != nullptr) {
         serviceThread_->remove(*this);
     }
-    onUnitReplaced_ = nullptr; // whoever wanted to know may be gone already
+    onUnitReplaced_ = nullptr;          // whoever wanted to know may be gone already
     const std::lock_guard lock(mutex_); // always before the process's
     const std::lock_guard process(wholeProcessMutex());
     const RunLoop::Scope scope(loop_);

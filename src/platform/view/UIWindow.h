@@ -30,6 +30,7 @@ public:
     void touchUp(int touch, const CGPoint& location, std::uint32_t modifierFlags = UIKeyModifierNone);
     /// The system took the touches away (focus lost, window closed).
     void cancelTouches();
+    bool isTouched() const noexcept { return !active_.empty(); }
     /// Returns whether anything used the wheel.
     bool wheel(const CGPoint& location, double deltaX, double deltaY,
                std::uint32_t modifierFlags = UIKeyModifierNone);
