@@ -2,10 +2,13 @@
 #include "ClapRendering.h"
 
 #include "hosts/clap/ClapParameters.h"
+#include "support/Golden.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <fstream>
+#include <iterator>
 
 using namespace test;
 using qor::clap::kBypassId;
@@ -64,6 +67,26 @@ TEST_F(ClapState, SoundsTheSameAfterwards) {
         EXPECT_TRUE(sameBits(renderClap(other, input, 512), renderClap(plugin, input, 512))) << seed;
         plugin.deactivate();
     }
+}
+
+TEST_F(ClapState, OfAnEarlierProcessComesBackWithItsValuesAndItsSound) {
+    const double saved[12] = {0.34567, 0.123456789, 0.71, 0.25, 0.6666667, 0.9, 2, 0, 0, 0.0625, 0.8125, 1};
+    for (clap_id id = 0; id < 12; ++id) {
+        plugin.setValue(id, saved[id]);
+    }
+    plugin.setValue(kBypassId, 0.0);
+    const Bytes now = plugin.save();
+    expectGolden("clap/session.state", std::string(now.begin(), now.end()));
+
+    std::ifstream file(std::string(QOR_GOLDEN_FOLDER) + "/clap/session.state", std::ios::binary);
+    const Bytes kept{std::istreambuf_iterator<char>(file), {}};
+    ClapPluginUnderTest other(host);
+    ASSERT_TRUE(other.load(kept));
+    EXPECT_EQ(values(other), values(plugin));
+    ASSERT_TRUE(other.activate());
+    ASSERT_TRUE(plugin.activate());
+    const Stereo input = noise(8000, 1.5F);
+    EXPECT_TRUE(sameBits(renderClap(other, input, 512), renderClap(plugin, input, 512)));
 }
 
 TEST_F(ClapState, PassesThroughStreamsThatTakeAndGiveFewBytesAtATime) {
