@@ -2,9 +2,11 @@
 
 #include "platform/files/Environment.h"
 
+#include <algorithm>
 #include <dlfcn.h>
 #include <filesystem>
 #include <system_error>
+#include <vector>
 
 namespace platform {
 namespace {
@@ -16,6 +18,11 @@ constexpr int kAncestors = 6; // a VST3 bundle lies five directories below its p
 bool isDirectory(const fs::path& path) {
     std::error_code code;
     return fs::is_directory(path, code);
+}
+
+/// A directory of the right name can also be the user's own, without resources: these hold this entry.
+bool holdsResources(const fs::path& path) {
+    return isDirectory(path / PLATFORM_BUNDLE_MARKER);
 }
 
 /// The shared object or program that this code is part of.
@@ -40,20 +47,21 @@ bool liesBelow(const fs::path& file, const fs::path& directory) {
 std::optional<fs::path> besideOwnFile(const fs::path& file, const std::string& name) {
     const fs::path directory = file.parent_path();
     for (const fs::path& candidate : {directory / "resources", directory.parent_path() / "Resources"}) {
-        if (isDirectory(candidate)) {
+        if (holdsResources(candidate)) {
             return candidate;
         }
     }
     fs::path ancestor = directory;
     for (int i = 0; i < kAncestors && ancestor.has_relative_path(); ++i, ancestor = ancestor.parent_path()) {
-        if (isDirectory(ancestor / "share" / name)) {
+        if (holdsResources(ancestor / "share" / name)) {
             return ancestor / "share" / name;
         }
     }
     return std::nullopt;
 }
 
-/// Where an installation for one user puts them: plug-ins lie in directories of their own then, far from "share".
+/// Where an installation for one user puts them: plug-ins lie in directories of their own then, far from
+/// "share".
 std::optional<fs::path> userResources(const std::string& name) {
     const std::optional<std::string> data = dataDirectory();
     if (!data) {
@@ -86,15 +94,20 @@ std::optional<URL> Bundle::resourceURL() const {
         if (const auto found = besideOwnFile(*file, directoryName_)) {
             return directoryURL(*found);
         }
-        if (liesBelow(*file, PLATFORM_BUILD_TREE) && isDirectory(PLATFORM_SOURCE_RESOURCES)) {
+        if (liesBelow(*file, PLATFORM_BUILD_TREE) && holdsResources(PLATFORM_SOURCE_RESOURCES)) {
             return directoryURL(PLATFORM_SOURCE_RESOURCES);
         }
     }
     if (const auto own = userResources(directoryName_)) {
         return directoryURL(*own);
     }
-    if (isDirectory(PLATFORM_INSTALLED_RESOURCES)) {
-        return directoryURL(PLATFORM_INSTALLED_RESOURCES);
+    std::vector<fs::path> installed = {PLATFORM_INSTALLED_RESOURCES};
+    for (const std::string& directory : systemDataDirectories()) {
+        installed.push_back(fs::path(directory) / directoryName_);
+    }
+    const auto found = std::find_if(installed.begin(), installed.end(), holdsResources);
+    if (found != installed.end()) {
+        return directoryURL(*found);
     }
     return std::nullopt;
 }

@@ -22,10 +22,10 @@ public:
     const std::string& overrideVariable() const noexcept { return overrideVariable_; }
 
     /// The directory with the resources; absent if there is none. Where the override variable is set it alone
-    /// decides. Otherwise the first directory that exists of: "resources" and "../Resources" beside the file
-    /// that holds this code, "share/NAME" beside any of the directories above that file, the source tree if
-    /// that file lies in the build tree, "NAME/resources" in the user's data directory, and the installation's
-    /// data directory. Looked up on each call.
+    /// decides. Otherwise the first directory that holds resources of: "resources" and "../Resources" beside
+    /// the file that holds this code, "share/NAME" beside any of the directories above that file, the source
+    /// tree if that file lies in the build tree, "NAME/resources" in the user's data directory, the
+    /// installation's data directory, and NAME in the system's data directories. Looked up on each call.
     std::optional<URL> resourceURL() const;
 
 private:

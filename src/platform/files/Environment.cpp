@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <pwd.h>
+#include <sstream>
 #include <unistd.h>
 
 namespace platform {
@@ -71,6 +72,17 @@ std::optional<std::string> configDirectory() {
 std::optional<std::string> dataDirectory() {
     auto directory = absoluteVariable("XDG_DATA_HOME");
     return directory ? directory : belowHome(".local/share");
+}
+
+std::vector<std::string> systemDataDirectories() {
+    std::vector<std::string> directories;
+    std::istringstream list(environmentVariable("XDG_DATA_DIRS").value_or("/usr/local/share:/usr/share"));
+    for (std::string directory; std::getline(list, directory, ':');) {
+        if (directory.starts_with('/')) {
+            directories.push_back(directory);
+        }
+    }
+    return directories;
 }
 
 std::optional<std::string> documentsDirectory() {

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -15,6 +16,8 @@ std::optional<std::string> homeDirectory();
 std::optional<std::string> configDirectory();
 /// `XDG_DATA_HOME`, otherwise ".local/share" in the home directory.
 std::optional<std::string> dataDirectory();
+/// `XDG_DATA_DIRS`, otherwise "/usr/local/share" and "/usr/share"; without those that are not absolute.
+std::vector<std::string> systemDataDirectories();
 /// The user's documents: `XDG_DOCUMENTS_DIR` of "user-dirs.dirs" in the configuration directory, otherwise
 /// "Documents" in the home directory.
 std::optional<std::string> documentsDirectory();

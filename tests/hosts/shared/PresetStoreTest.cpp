@@ -149,13 +149,13 @@ TEST_F(PresetStore, DeletesUserPresetsOnly) {
 }
 
 TEST_F(PresetStore, AWriterKilledInTheMiddleLeavesTheOldOrTheNewPreset) {
-    constexpr int kKills = 300;
+    constexpr int kKills = 1000;
     std::minstd_rand random(4);
     ParameterValues values = defaultParameterValues();
     const PresetEntry entry = savePreset("mine", values).value();
     int sawNew = 0;
     for (int i = 1; i <= kKills; ++i) {
-        values[kLimiterTrim] = static_cast<float>(i) / 1000.0F;
+        values[kLimiterTrim] = static_cast<float>(i) / 1024.0F;
         const pid_t child = ::fork();
         if (child == 0) {
             while (true) {

@@ -1,5 +1,6 @@
 #include "hosts/shared/StateChunk.h"
 
+#include "hosts/shared/HostRendering.h"
 #include "hosts/shared/StateTestSupport.h"
 
 #include <gmock/gmock.h>
@@ -58,6 +59,28 @@ TEST_F(StateChunk, TheTreeReportsTheRestoredValues) {
     ASSERT_TRUE(restoreState(*host_, stateBytes(values, "any").value()));
     for (const auto& parameter : host_->unit().parameterTree()->allParameters()) {
         EXPECT_EQ(parameter->value(), values.at(parameter->address())) << parameter->identifier();
+    }
+}
+
+TEST_F(StateChunk, ARestoredUnitSoundsLikeAFreshOneWhateverItHadBefore) {
+    std::mt19937 random(3);
+    for (int i = 0; i < 20; ++i) {
+        const auto used = makeHost();
+        const auto fresh = makeHost();
+        for (int before = 0; before < 3; ++before) { // leaves knees, laws and filter edges in the way
+            set(*used, test::randomValues(random));
+        }
+        ParameterValues values = test::randomValues(random);
+        values[kLimiterMode] = static_cast<float>(i % 4);
+        values[kLimiterBypass] = 0.0F;
+        const Data state = stateBytes(values, "any").value();
+        ASSERT_TRUE(used->activate(48000.0));
+        ASSERT_TRUE(fresh->activate(48000.0));
+        ASSERT_TRUE(restoreState(*used, state));
+        ASSERT_TRUE(restoreState(*fresh, state));
+        const test::Stereo input = test::noise(4096, 0.9F, 17);
+        ASSERT_TRUE(test::sameBits(test::render(*used, input, 512), test::render(*fresh, input, 512)))
+            << "state " << i;
     }
 }
 

@@ -29,6 +29,16 @@ TEST(Bundle, InTheBuildTreeTheResourcesAreThoseOfTheSourceTree) {
     EXPECT_TRUE(std::filesystem::exists(std::filesystem::path(url->path()).parent_path() / "CMakeLists.txt"));
 }
 
+TEST(Bundle, SystemDataDirectoriesAreTheAbsoluteOnesOfTheVariable) {
+    {
+        const test::ScopedVariable variable("XDG_DATA_DIRS", "/a:relative::/b/c");
+        EXPECT_EQ(platform::systemDataDirectories(), (std::vector<std::string>{"/a", "/b/c"}));
+    }
+    const test::ScopedVariable unset("XDG_DATA_DIRS", std::nullopt);
+    EXPECT_EQ(platform::systemDataDirectories(),
+              (std::vector<std::string>{"/usr/local/share", "/usr/share"}));
+}
+
 TEST(Bundle, HasAReverseDomainIdentifier) {
     EXPECT_EQ(Bundle::main().bundleIdentifier(), "org.qrvk.qor-limiter");
     EXPECT_EQ(Bundle::main().directoryName(), "qor-limiter");

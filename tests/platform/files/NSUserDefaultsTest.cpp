@@ -207,7 +207,7 @@ TEST_F(Defaults, TwoProcessesThatWriteAThousandKeysEachLoseNone) {
 }
 
 TEST_F(Defaults, AKilledWriterLeavesAWholeFileAndTheLockFree) {
-    constexpr int kKills = 200;
+    constexpr int kKills = 1000;
     std::minstd_rand random(3);
     const test::CapturedLog log;
     suite_->setInteger(-1, "n");
@@ -220,7 +220,7 @@ TEST_F(Defaults, AKilledWriterLeavesAWholeFileAndTheLockFree) {
                 suite->setObject(std::string(static_cast<std::size_t>(n % 50), 'x'), "s");
             }
         }
-        ::usleep(random() % 5000);
+        ::usleep(random() % 3000);
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
         ASSERT_NE(contentOf(fileOf("group.test")).find("n"), nullptr);
