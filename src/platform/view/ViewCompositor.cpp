@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace platform {
 
@@ -36,6 +37,32 @@ std::uint32_t blended(std::uint32_t source, std::uint32_t target, std::uint32_t 
         return ((product + ((product >> 8U) & 0x00FF00FFU)) >> 8U) & 0x00FF00FFU;
     };
     return (redBlue + kept(target & 0x00FF00FFU)) | ((alphaGreen + kept((target >> 8U) & 0x00FF00FFU)) << 8U);
+}
+
+/// The smallest rectangle around the pixels in which two pictures differ; all of it for pictures of two
+/// sizes.
+PixelRect changedPixels(const UIImage& before, const UIImage& after) {
+    const PixelRect all{.x = 0, .y = 0, .width = after.pixelWidth(), .height = after.pixelHeight()};
+    if (before.pixelWidth() != all.width || before.pixelHeight() != all.height) {
+        return all;
+    }
+    PixelRect changed;
+    const auto width = static_cast<std::ptrdiff_t>(all.width);
+    for (int y = 0; y < all.height; ++y) {
+        const auto old = before.pixels().begin() + y * width;
+        const auto now = after.pixels().begin() + y * width;
+        if (std::equal(old, old + width, now)) {
+            continue;
+        }
+        const auto first = std::mismatch(old, old + width, now).first - old;
+        std::ptrdiff_t end = width;
+        while (end > first + 1 && old[end - 1] == now[end - 1]) {
+            --end;
+        }
+        changed = changed.united(
+            {.x = static_cast<int>(first), .y = y, .width = static_cast<int>(end - first), .height = 1});
+    }
+    return changed;
 }
 
 } // namespace
@@ -141,9 +168,17 @@ void ViewCompositor::render(UIView& view, const CGAffineTransform& map, const Pi
     if (!view.layer_) {
         view.layer_ = std::make_unique<ViewLayer>();
     }
-    view.layer_->image = canvas.image();
+    UIImage image = canvas.image();
+    view.layer_->changed = changedPixels(view.layer_->image, image);
+    view.layer_->image = std::move(image);
     view.layer_->map = toImage;
-    view.layer_->version = ++versions_;
+    view.layer_->versionBefore = std::exchange(view.layer_->version, ++versions_);
+}
+
+bool ViewCompositor::isNextVersion(const Item& before, const Item& now) {
+    Item expected = before;
+    expected.version = now.version;
+    return expected == now && now.layer->versionBefore == before.version;
 }
 
 PixelRect ViewCompositor::difference(const std::vector<Item>& before) const {
@@ -159,13 +194,22 @@ PixelRect ViewCompositor::difference(const std::vector<Item>& before) const {
     }
     PixelRect damage;
     const bool pairwise = before.size() == items_.size();
-    for (std::size_t i = head; i + tail < before.size(); ++i) {
-        if (!pairwise || !(before[i] == items_[i])) {
+    for (std::size_t i = head; i + tail < std::max(before.size(), items_.size()); ++i) {
+        const bool paired = pairwise && i < items_.size();
+        if (paired && before[i] == items_[i]) {
+            continue;
+        }
+        if (paired && isNextVersion(before[i], items_[i])) {
+            PixelRect changed = items_[i].layer->changed;
+            changed.x += items_[i].area.x;
+            changed.y += items_[i].area.y;
+            damage = damage.united(changed.intersected(items_[i].clip));
+            continue;
+        }
+        if (i + tail < before.size()) {
             damage = damage.united(before[i].clip);
         }
-    }
-    for (std::size_t i = head; i + tail < items_.size(); ++i) {
-        if (!pairwise || !(before[i] == items_[i])) {
+        if (i + tail < items_.size()) {
             damage = damage.united(items_[i].clip);
         }
     }

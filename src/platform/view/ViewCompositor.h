@@ -36,6 +36,8 @@ private:
 
     void collect(UIView& view, const CGAffineTransform& map, const PixelRect& clip, double alpha);
     void render(UIView& view, const CGAffineTransform& map, const PixelRect& area);
+    /// Whether the two differ in nothing but one drawing of the layer.
+    static bool isNextVersion(const Item& before, const Item& now);
     PixelRect difference(const std::vector<Item>& before) const;
     void compose(const PixelRect& damage);
 

@@ -28,6 +28,8 @@ public:
     UIImage image;
     CGAffineTransform map;     // from the view to the image's pixels
     std::uint64_t version = 0; // another number for other pixels
+    std::uint64_t versionBefore = 0;
+    PixelRect changed; // where the two versions differ, in the image's pixels
 };
 
 } // namespace platform

@@ -56,7 +56,7 @@ protected:
     void run(double seconds) {
         const double end = clock.now() + seconds;
         while (clock.now() < end) {
-            clock.set(std::min(end, clock.now() + 0.02));
+            clock.set(std::min(end, clock.now() + 0.005));
             turn();
         }
     }

@@ -424,3 +424,26 @@ TEST(ParameterUnits, TextsCarryTheirUnitAndReadBack) {
         EXPECT_FALSE(valueFromTypedText(mix, wrong)) << wrong;
     }
 }
+
+TEST(EditorHost, WithItsServiceThreadItOpensClosesAndEnds) {
+    const test::CapturedLog log;
+    auto units = UnitHost::create({});
+    ASSERT_TRUE(units);
+    UnitHostModel model(*units.value());
+    for (int i = 0; i < 3; ++i) {
+        auto made = EditorHost::create(model);
+        ASSERT_TRUE(made);
+        const auto window = makeRef<UIWindow>(EditorHost::kPreferredSize);
+        for (int turn = 0; turn < 3; ++turn) {
+            made.value()->open(*window);
+            made.value()->pump();
+            {
+                const EditorHost::Turn held(*made.value());
+                window->display();
+            }
+            made.value()->close();
+        }
+        EXPECT_EQ(made.value()->registrations(), 2u);
+    }
+    EXPECT_EQ(units.value()->unit().parameterTree()->parameterObserverCount(), 0u);
+}

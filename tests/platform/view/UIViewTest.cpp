@@ -15,14 +15,13 @@ namespace {
 /// Fills itself with one colour.
 class Plate : public UIView {
 public:
-    Plate(const CGRect& frame, const UIColor& color) : UIView(frame), color_(color) {}
+    Plate(const CGRect& frame, const UIColor& fill) : UIView(frame), color(fill) {}
     void draw(const CGRect& rect) override {
-        color_.setFill();
-        UIBezierPath::bezierPathWithRect(rect).fill();
+        color.setFill();
+        UIBezierPath::bezierPathWithRect(CGRectInset(rect, inset, inset)).fill();
     }
-
-private:
-    UIColor color_;
+    UIColor color;
+    double inset = 0.0;
 };
 
 constexpr UIColor kRed(1.0, 0.0, 0.0, 1.0);
@@ -152,9 +151,18 @@ TEST(UIWindow, DrawsOnlyTheViewsThatNeedIt) {
     EXPECT_FALSE(window->needsDisplayPass());
     over->setNeedsDisplay();
     EXPECT_TRUE(window->needsDisplayPass());
+    EXPECT_TRUE(window->display().isEmpty()); // drawn, and no pixel is another one
+    over->color = UIColor::whiteColor();
+    over->inset = 3.0;
+    over->setNeedsDisplay();
     EXPECT_EQ(window->display(), (PixelRect{.x = 10, .y = 10, .width = 10, .height = 10}));
+    over->color = kBlue;
+    over->setNeedsDisplay();
+    EXPECT_EQ(window->display(), (PixelRect{.x = 13, .y = 13, .width = 4, .height = 4}));
+    EXPECT_EQ(at(*window, 15, 15), 0xFF0000FFU);
+    EXPECT_EQ(at(*window, 11, 11), 0xFFFF0000U);
     EXPECT_EQ(under->drawCount(), 1u);
-    EXPECT_EQ(over->drawCount(), 2u);
+    EXPECT_EQ(over->drawCount(), 4u);
 }
 
 TEST(UIWindow, MovesAViewByWholePixelsWithoutDrawingItAgain) {
