@@ -205,7 +205,8 @@ clap_istream_t ClapBytes::input() {
                 }
                 const std::size_t count =
                     std::min({static_cast<std::size_t>(size), self.step, self.bytes.size() - self.position});
-                std::memcpy(buffer, self.bytes.data() + self.position, count);
+                std::copy_n(self.bytes.begin() + static_cast<std::ptrdiff_t>(self.position), count,
+                            static_cast<std::uint8_t*>(buffer));
                 self.position += count;
                 return static_cast<std::int64_t>(count);
             }};

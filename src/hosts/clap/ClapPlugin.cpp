@@ -4,8 +4,7 @@
 #include "hosts/clap/ClapExtensions.h"
 #include "hosts/clap/ClapGuard.h"
 
-#include <cstring>
-#include <memory>
+#include <new>
 
 namespace qor::clap {
 
@@ -93,7 +92,8 @@ const clap_plugin_t* makePlugin(const clap_host_t* host) noexcept {
     if (host == nullptr || !clap_version_is_compatible(host->clap_version)) {
         return nullptr;
     }
-    return guarded(static_cast<const clap_plugin_t*>(nullptr), [&] { return &(new Plugin(host))->table; });
+    auto* const plugin = new (std::nothrow) Plugin(host);
+    return plugin == nullptr ? nullptr : &plugin->table;
 }
 
 } // namespace qor::clap
