@@ -85,6 +85,11 @@ std::vector<std::string> systemDataDirectories() {
     return directories;
 }
 
+std::optional<std::string> stateDirectory() {
+    auto directory = absoluteVariable("XDG_STATE_HOME");
+    return directory ? directory : belowHome(".local/state");
+}
+
 std::optional<std::string> documentsDirectory() {
     if (const auto config = configDirectory()) {
         std::ifstream file(*config + "/user-dirs.dirs");

@@ -18,6 +18,8 @@ std::optional<std::string> configDirectory();
 std::optional<std::string> dataDirectory();
 /// `XDG_DATA_DIRS`, otherwise "/usr/local/share" and "/usr/share"; without those that are not absolute.
 std::vector<std::string> systemDataDirectories();
+/// `XDG_STATE_HOME`, otherwise ".local/state" in the home directory.
+std::optional<std::string> stateDirectory();
 /// The user's documents: `XDG_DOCUMENTS_DIR` of "user-dirs.dirs" in the configuration directory, otherwise
 /// "Documents" in the home directory.
 std::optional<std::string> documentsDirectory();

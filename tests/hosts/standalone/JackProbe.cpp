@@ -1,0 +1,137 @@
+// Plays a sound file through a JACK client and compares what comes back with another file, bit for bit.
+//   jack-probe INPUT REFERENCE CLIENT
+#include <jack/jack.h>
+#include <sndfile.h>
+
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t kMostPeriods = 8; // of latency
+
+using Stereo = std::array<std::vector<float>, 2>;
+
+Stereo read(const char* name) {
+    SF_INFO info{};
+    SNDFILE* file = sf_open(name, SFM_READ, &info);
+    if (file == nullptr || info.channels != 2) {
+        std::fprintf(stderr, "jack-probe: %s is no stereo file\n", name);
+        std::exit(2);
+    }
+    std::vector<float> both(static_cast<std::size_t>(info.frames) * 2);
+    sf_readf_float(file, both.data(), info.frames);
+    sf_close(file);
+    Stereo sides;
+    for (std::size_t i = 0; i < both.size(); ++i) {
+        sides[i % 2].push_back(both[i]);
+    }
+    return sides;
+}
+
+struct Probe {
+    std::array<jack_port_t*, 2> outputs{};
+    std::array<jack_port_t*, 2> inputs{};
+    Stereo played;
+    Stereo recorded;
+    std::size_t position = 0;
+    std::atomic<bool> running{false};
+    std::atomic<bool> done{false};
+
+    int process(jack_nframes_t frames) {
+        const bool active = running.load() && !done.load();
+        for (std::size_t c = 0; c < 2; ++c) {
+            auto* out = static_cast<float*>(jack_port_get_buffer(outputs[c], frames));
+            const auto* in = static_cast<const float*>(jack_port_get_buffer(inputs[c], frames));
+            for (std::size_t i = 0; i < frames; ++i) {
+                const std::size_t at = position + i;
+                out[i] = active && at < played[c].size() ? played[c][at] : 0.0F;
+                if (active && at < recorded[c].size()) {
+                    recorded[c][at] = in[i];
+                }
+            }
+        }
+        if (active) {
+            position += frames;
+            done.store(position >= recorded[0].size());
+        }
+        return 0;
+    }
+};
+
+/// Frames that are equal to the reference, of both sides, with the recording `shift` frames late.
+bool equalAt(const Stereo& recorded, const Stereo& reference, std::size_t shift, double& largest) {
+    bool equal = true;
+    largest = 0.0;
+    for (std::size_t c = 0; c < 2; ++c) {
+        for (std::size_t i = 0; i < reference[c].size(); ++i) {
+            const float a = recorded[c][i + shift];
+            const float b = reference[c][i];
+            equal = equal && a == b;
+            largest = std::max(largest, std::fabs(static_cast<double>(a) - b));
+        }
+    }
+    return equal;
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    if (count != 4) {
+        std::fprintf(stderr, "usage: jack-probe INPUT REFERENCE CLIENT\n");
+        return 2;
+    }
+    Probe probe;
+    probe.played = read(arguments[1]);
+    const Stereo reference = read(arguments[2]);
+    jack_client_t* client = jack_client_open("probe", JackNoStartServer, nullptr);
+    if (client == nullptr) {
+        std::fprintf(stderr, "jack-probe: no JACK server\n");
+        return 2;
+    }
+    const std::size_t period = jack_get_buffer_size(client);
+    static constexpr std::array<const char*, 2> kOutputs{"out_left", "out_right"};
+    static constexpr std::array<const char*, 2> kInputs{"in_left", "in_right"};
+    for (std::size_t c = 0; c < 2; ++c) {
+        probe.recorded[c].assign(probe.played[c].size() + kMostPeriods * period, 0.0F);
+        probe.outputs[c] =
+            jack_port_register(client, kOutputs[c], JACK_DEFAULT_AUDIO_TYPE, JackPortIsOutput, 0);
+        probe.inputs[c] = jack_port_register(client, kInputs[c], JACK_DEFAULT_AUDIO_TYPE, JackPortIsInput, 0);
+    }
+    jack_set_process_callback(
+        client, [](jack_nframes_t frames, void* self) { return static_cast<Probe*>(self)->process(frames); },
+        &probe);
+    jack_activate(client);
+    const std::string app = arguments[3];
+    for (std::size_t c = 0; c < 2; ++c) {
+        if (jack_connect(client, jack_port_name(probe.outputs[c]), (app + ":" + kInputs[c]).c_str()) != 0 ||
+            jack_connect(client, (app + ":" + kOutputs[c]).c_str(), jack_port_name(probe.inputs[c])) != 0) {
+            std::fprintf(stderr, "jack-probe: the ports of %s cannot be connected\n", app.c_str());
+            return 2;
+        }
+    }
+    // The connections take part from a later period on.
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    probe.running.store(true);
+    while (!probe.done.load()) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    jack_client_close(client);
+    double best = INFINITY;
+    for (std::size_t periods = 0; periods < kMostPeriods; ++periods) {
+        double largest = 0.0;
+        if (equalAt(probe.recorded, reference, periods * period, largest)) {
+            std::printf("bit-identical: %zu frames, %zu periods round trip\n", reference[0].size(), periods);
+            return 0;
+        }
+        best = std::min(best, largest);
+    }
+    std::fprintf(stderr, "jack-probe: what came back differs, by %g at best\n", best);
+    return 1;
+}
