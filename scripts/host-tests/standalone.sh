@@ -39,6 +39,7 @@ has_ports() { [ "$(jack_lsp | grep -c "^$1:")" = 4 ]; }
 picture() { [ -z "${PICTURES:-}" ] || { mkdir -p "$PICTURES"; import -window root "$PICTURES/$1.png"; }; }
 
 echo "== sound"
+round=0
 source=$(scripts/demo-recording.sh)
 sox "$source" -r 48000 -e floating-point -b 32 "$work/in.wav" trim 0 5
 start_server
@@ -50,7 +51,7 @@ for settings in "" "threshold=0.35 attack=0.3 release=0.4 mode=1 finallimiter=0"
   start_app --backend jack
   eventually has_ports qor-limiter || fail "the program's ports do not appear"
   "$probe" "$work/in.wav" "$work/cli.wav" qor-limiter || fail "the program and the command line differ ($settings)"
-  picture "sound-${settings:+set}"
+  picture "sound-$((round += 1))"
   kill -TERM $program
   wait $program || fail "SIGTERM does not end the program with status 0"
   eventually bash -c '! jack_lsp | grep -q ^qor-limiter:' || fail "the program's ports stay behind"
@@ -65,6 +66,7 @@ eventually bash -c 'jack_lsp -c elsewhere:in_right | grep -q system:capture_2' |
 
 echo "== a server that goes"
 kill -KILL "$server"
+wait "$server" 2>/dev/null || true
 eventually grep -q 'the JACK server has gone. The editor works on without sound.' "$work/app.log" ||
   fail "the program does not say that the server has gone"
 sleep 1
@@ -76,6 +78,7 @@ wait $program || fail "SIGTERM does not end the program with status 0 after the 
 echo "== no server"
 start_app
 eventually grep -q 'The editor works without sound.' "$work/app.log" || fail "the program does not say that there is no sound"
+sleep 1
 picture no-sound
 kill -INT $program
 wait $program || fail "SIGINT does not end the program with status 0"

@@ -116,12 +116,15 @@ int main(int count, char** arguments) {
             return 2;
         }
     }
+    // Without a clock that drives it the server waits for every client, so that a busy machine loses nothing.
+    jack_set_freewheel(client, 1);
     // The connections take part from a later period on.
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
     probe.running.store(true);
     while (!probe.done.load()) {
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
+    jack_set_freewheel(client, 0);
     jack_client_close(client);
     double best = INFINITY;
     for (std::size_t periods = 0; periods < kMostPeriods; ++periods) {
