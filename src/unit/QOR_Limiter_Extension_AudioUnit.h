@@ -17,10 +17,10 @@ namespace qor {
 /// is that unit's, and the kernel takes its rate from there. Everything but the render block belongs to the
 /// host's configuration thread; the bridges belong to the main thread. Most properties write a line to the
 /// log on every use, the unit's own uses included.
-class QOR_Limiter_Extension_AudioUnit final
-    : public AUAudioUnit,
-      public QORPresetDelegate,
-      public std::enable_shared_from_this<QOR_Limiter_Extension_AudioUnit> {
+/// A unit that stands in for one that sounds elsewhere derives from this and overrides the meters.
+class QOR_Limiter_Extension_AudioUnit : public AUAudioUnit,
+                                        public QORPresetDelegate,
+                                        public std::enable_shared_from_this<QOR_Limiter_Extension_AudioUnit> {
 public:
     const Ref<QOR_Limiter_ExtensionDSPKernelAdapter> kernelAdapter;
     const Ref<QOR_Limiter_Extension_Parameters> parameters;
@@ -85,9 +85,9 @@ public:
     // resources, stops the process.
     /// A snapshot of the tree, without the base's own state. Reading it back moves no parameter: the format's
     /// writer and reader are not mirrors.
-    std::optional<PropertyListDictionary> fullState();
+    std::optional<PropertyListDictionary> fullState() override;
     /// Stores the state and reads it as a preset: each parameter that the reader finds is set in the tree.
-    void setFullState(std::optional<PropertyListDictionary> state);
+    void setFullState(std::optional<PropertyListDictionary> state) override;
     /// Lists the factory directory and appends to `presets`, on every call again; the number of a preset is
     /// the place of its file among all entries.
     std::optional<std::vector<Ref<AUAudioUnitPreset>>> factoryPresets() override;
@@ -97,7 +97,7 @@ public:
     void setCurrentPreset(Ref<AUAudioUnitPreset> preset) override;
     /// Reads the file of the preset's name in the factory directory, for user presets too. What it holds is
     /// reported to whatever delegate stands. Fails with kAudioUnitErr_InvalidFilePath.
-    Result<PropertyListDictionary> presetStateFor(const AUAudioUnitPreset& preset);
+    Result<PropertyListDictionary> presetStateFor(const AUAudioUnitPreset& preset) override;
     /// Sets the tree's parameter of the address, if there is one.
     void onFoundParameter(std::int64_t group, const std::string& identifier, std::uint64_t address,
                           float value) override;
@@ -112,11 +112,11 @@ public:
     void setParameter(std::int32_t address, float value);
     float getParameter(std::int32_t address);
     /// 1.0 without reduction, falling.
-    float getDynamicsValue1();
-    float getDynamicsValue2();
+    virtual float getDynamicsValue1();
+    virtual float getDynamicsValue2();
     /// Linear output peaks, 0.0 to 1.0.
-    float getPeakValue1();
-    float getPeakValue2();
+    virtual float getPeakValue1();
+    virtual float getPeakValue2();
     /// Hertz, of the first output bus.
     double getSamplerate();
 
@@ -124,10 +124,12 @@ public:
     const Ref<AUAudioUnitBusArray>& inputBusArray();
     const Ref<AUAudioUnitBusArray>& outputBusArray();
 
+protected:
+    /// The members stand; `initWithComponentDescription` comes next.
+    explicit QOR_Limiter_Extension_AudioUnit(const AudioComponentDescription& componentDescription);
+
 private:
     friend class AudioUnitInspector; // the tests' way to what is private
-
-    explicit QOR_Limiter_Extension_AudioUnit(const AudioComponentDescription& componentDescription);
 
     /// The system limiter's unit. The process stops if it isn't there.
     AUAudioUnit& wrapped() const;

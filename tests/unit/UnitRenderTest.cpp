@@ -1,5 +1,8 @@
 #include "unit/FakeHost.h"
 
+#include <algorithm>
+#include <set>
+
 namespace {
 
 using namespace qor;
@@ -200,11 +203,59 @@ TEST_F(UnitBridges, WithoutATreeTheyDoNothingAndReadZero) {
 }
 
 TEST_F(UnitBridges, MetersAreTheAdaptersOwn) {
+    constexpr std::uint32_t kFrames = 512;
+    float samples[2][kFrames];
+    std::fill_n(samples[0], kFrames, 20.0F);
+    std::fill_n(samples[1], kFrames, 5.0F);
+    AudioBufferListStorage<2> out;
+    for (int c = 0; c < 2; ++c) {
+        out.list.mBuffers[c] = {1, sizeof samples[c], samples[c]};
+    }
+    const AURenderPullInputBlock pull = [&samples](AudioUnitRenderActionFlags*, const AudioTimeStamp*,
+                                                   std::uint32_t, long, AudioBufferList* list) {
+        for (int c = 0; c < 2; ++c) {
+            std::copy_n(samples[c], kFrames, static_cast<float*>(list->mBuffers[c].mData));
+        }
+        return noErr;
+    };
+    ASSERT_TRUE(unit->allocateRenderResources().ok());
+    const AudioTimeStamp timestamp;
+    AudioUnitRenderActionFlags flags = 0;
+    ASSERT_EQ(unit->kernelAdapter->render(&flags, &timestamp, kFrames, 0, &out.list, nullptr, pull), noErr);
+    const std::set<float> values{unit->getDynamicsValue1(), unit->getDynamicsValue2(), unit->getPeakValue1(),
+                                 unit->getPeakValue2()};
+    EXPECT_EQ(values.size(), 4U); // no bridge can stand for another
     EXPECT_EQ(unit->getDynamicsValue1(), unit->kernelAdapter->getDynamicsValue1());
     EXPECT_EQ(unit->getDynamicsValue2(), unit->kernelAdapter->getDynamicsValue2());
     EXPECT_EQ(unit->getPeakValue1(), unit->kernelAdapter->getPeakValue1());
     EXPECT_EQ(unit->getPeakValue2(), unit->kernelAdapter->getPeakValue2());
-    EXPECT_EQ(unit->getDynamicsValue1(), 1.0F);
+}
+
+/// A unit whose sound is made elsewhere: its meters come from there.
+class RemoteUnit final : public QOR_Limiter_Extension_AudioUnit {
+public:
+    static Ref<RemoteUnit> make() {
+        Ref<RemoteUnit> unit(new RemoteUnit);
+        return unit->initWithComponentDescription(kQORLimiterComponent, {}).ok() ? unit : nullptr;
+    }
+    float getDynamicsValue1() override { return 0.1F; }
+    float getDynamicsValue2() override { return 0.2F; }
+    float getPeakValue1() override { return 0.3F; }
+    float getPeakValue2() override { return 0.4F; }
+
+private:
+    RemoteUnit() : QOR_Limiter_Extension_AudioUnit(kQORLimiterComponent) {}
+};
+
+TEST_F(UnitBridges, AUnitThatStandsInForAnotherBringsItsOwnMeters) {
+    unit = RemoteUnit::make();
+    ASSERT_NE(unit, nullptr);
+    EXPECT_EQ(unit->getDynamicsValue1(), 0.1F);
+    EXPECT_EQ(unit->getDynamicsValue2(), 0.2F);
+    EXPECT_EQ(unit->getPeakValue1(), 0.3F);
+    EXPECT_EQ(unit->getPeakValue2(), 0.4F);
+    unit->setParameter(2, 0.25F);
+    EXPECT_EQ(unit->getParameter(2), 0.25F); // all else is a unit's as ever
 }
 
 TEST_F(UnitBridges, SampleRateIsTheWrappedOutputsAndIsLogged) {
