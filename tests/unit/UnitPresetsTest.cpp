@@ -102,6 +102,16 @@ TEST_F(UnitPresets, AStateInTheReadersShapeReachesTreeAndKernel) {
     EXPECT_EQ(lines().front(), "unit received parameter : address:4, value:0.625000");
 }
 
+TEST_F(UnitPresets, AHostThatKnowsOnlyTheBaseReachesStateAndPresets) {
+    add("Warm.plist", presetText(4, "0.25"));
+    AUAudioUnit& base = *unit;
+    EXPECT_TRUE(base.fullState().value().find("group 0") != nullptr);
+    base.setFullState(stateWith(kLimiterTrim, 0.625F));
+    EXPECT_EQ(unit->getParameter(kLimiterTrim), 0.625F);
+    EXPECT_TRUE(base.presetStateFor(AUAudioUnitPreset(0, "Warm")).ok());
+    EXPECT_FALSE(base.presetStateFor(AUAudioUnitPreset(0, "Cold")).ok());
+}
+
 TEST_F(UnitPresets, AnUnknownAddressIsNothing) {
     unit->setFullState(stateWith(12, 0.5F));
     EXPECT_THAT(unitLines(), IsEmpty());

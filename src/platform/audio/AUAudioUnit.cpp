@@ -1,5 +1,7 @@
 #include "platform/audio/AUAudioUnit.h"
 
+#include "platform/files/PropertyList.h"
+
 #include <utility>
 
 namespace platform {
@@ -91,6 +93,18 @@ void AUAudioUnit::setMIDIOutputEventBlock(AUMIDIOutputEventBlock block) {
 std::vector<AUParameterAddress>
 AUAudioUnit::parametersForOverviewWithCount([[maybe_unused]] std::int64_t count) {
     return {};
+}
+
+std::optional<PropertyListDictionary> AUAudioUnit::fullState() {
+    return std::nullopt;
+}
+
+// A unit with a state of its own keeps the value.
+void AUAudioUnit::setFullState( // NOLINTNEXTLINE(performance-unnecessary-value-param)
+    [[maybe_unused]] std::optional<PropertyListDictionary> state) {}
+
+Result<PropertyListDictionary> AUAudioUnit::presetStateFor([[maybe_unused]] const AUAudioUnitPreset& preset) {
+    return NSError(NSOSStatusErrorDomain, kAudioUnitErr_InvalidFilePath);
 }
 
 std::set<std::size_t> AUAudioUnit::supportedViewConfigurations(

@@ -16,6 +16,8 @@
 
 namespace platform {
 
+class PropertyListDictionary; // whoever saves or restores a state includes platform/files
+
 using AUAudioFrameCount = std::uint32_t;
 
 /// A size in which a host could show a unit's view, in points.
@@ -25,8 +27,7 @@ struct AUAudioUnitViewConfiguration {
     bool hostHasController = false;
 };
 
-/// An audio unit. Everything but the render block belongs to the host's configuration thread. The operations
-/// that save and restore a unit's state are the concrete unit's own: their values are property lists.
+/// An audio unit. Everything but the render block belongs to the host's configuration thread.
 class AUAudioUnit {
 public:
     AUAudioUnit(const AUAudioUnit&) = delete;
@@ -117,6 +118,12 @@ public:
     virtual bool supportsUserPresets() { return false; }
     virtual Ref<AUAudioUnitPreset> currentPreset() { return currentPreset_; }
     virtual void setCurrentPreset(Ref<AUAudioUnitPreset> preset) { currentPreset_ = std::move(preset); }
+    /// What a host keeps of the unit; the base's own is absent.
+    virtual std::optional<PropertyListDictionary> fullState();
+    /// Discarded here.
+    virtual void setFullState(std::optional<PropertyListDictionary> state);
+    /// The state that the preset stands for. The base knows none: kAudioUnitErr_InvalidFilePath.
+    virtual Result<PropertyListDictionary> presetStateFor(const AUAudioUnitPreset& preset);
 
     // View.
     virtual bool providesUserInterface() { return false; }

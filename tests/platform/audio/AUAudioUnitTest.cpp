@@ -1,4 +1,5 @@
 #include "platform/audio/Audio.h"
+#include "platform/files/PropertyList.h"
 
 #include <gtest/gtest.h>
 
@@ -37,6 +38,10 @@ TEST(AUAudioUnit, HasThePlatformsDefaults) {
     EXPECT_EQ(unit->outputBusses()->count(), 0U);
     EXPECT_EQ(unit->parameterTree(), nullptr);
     EXPECT_EQ(unit->currentPreset(), nullptr);
+    EXPECT_FALSE(unit->fullState().has_value());
+    unit->setFullState(PropertyListDictionary{});
+    EXPECT_FALSE(unit->fullState().has_value());
+    EXPECT_EQ(unit->presetStateFor(AUAudioUnitPreset()).error().code, kAudioUnitErr_InvalidFilePath);
     EXPECT_FALSE(unit->musicalContextBlock());
     EXPECT_FALSE(unit->transportStateBlock());
     EXPECT_FALSE(unit->scheduleMIDIEventBlock());
