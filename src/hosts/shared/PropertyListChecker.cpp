@@ -96,7 +96,7 @@ bool Checker::parameterValue(const std::string& path, PropertyList& value, const
     if (!std::isfinite(narrowed)) {
         return refuse(path, text(*number), "a finite number");
     }
-    const float held = std::fmin(std::fmax(narrowed, row.minimum), row.maximum);
+    const float held = row.clamped(narrowed);
     if (held != narrowed) {
         result_.notes.push_back(path + ": " + text(narrowed) + " lies outside " + text(row.minimum) + " to " +
                                 text(row.maximum) + " of " + row.identifier + "; " + text(held) +

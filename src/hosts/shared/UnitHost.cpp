@@ -172,7 +172,7 @@ Result<void> UnitHost::setParameter(AUParameterAddress address, float value,
     }
     const std::lock_guard lock(mutex_);
     const RunLoop::Scope scope(loop_);
-    const float held = std::fmin(std::fmax(value, row->minimum), row->maximum);
+    const float held = row->clamped(value);
     for (LiveUnit* live : {owned_.get(), incoming_.get()}) {
         if (live != nullptr) {
             unwrap(live->unit->parameterTree()->parameterWithAddress(address)).setValue(held, originator);
@@ -234,9 +234,7 @@ void UnitHost::replaceBrokenUnit() {
     }
     std::unique_ptr<LiveUnit> fresh = std::move(made).value();
     for (const ParameterRow& row : kParameterTable) {
-        const float value = parameter(row.address);
-        const float sound =
-            std::isfinite(value) ? std::fmin(std::fmax(value, row.minimum), row.maximum) : row.defaultValue;
+        const float sound = row.clamped(parameter(row.address));
         unwrap(fresh->unit->parameterTree()->parameterWithAddress(row.address)).setValue(sound);
     }
     if (!allocate(*fresh)) {

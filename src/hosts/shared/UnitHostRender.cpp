@@ -21,8 +21,7 @@ bool admit(HostEvent& event) noexcept {
     if (event.address >= kParameterCount || !std::isfinite(event.value)) {
         return false;
     }
-    const ParameterRow& row = kParameterTable[event.address];
-    event.value = std::clamp(event.value, row.minimum, row.maximum);
+    event.value = kParameterTable[event.address].clamped(event.value);
     return true;
 }
 
