@@ -72,7 +72,7 @@ TEST_F(PersistentData, AValueWrittenToSharedReadsBackThroughCombined) {
     EXPECT_EQ(data_.combined, data_.defaults) << "the same standard object";
 }
 
-TEST_F(PersistentData, StoragesHaveTheWrittenRawValues) {
+TEST_F(PersistentData, StoragesHaveTheirRawValuesAndNoOthers) {
     EXPECT_EQ(PersistentAppData::initRawValue(0), Storage::defaults);
     EXPECT_EQ(PersistentAppData::initRawValue(1), Storage::shared);
     EXPECT_EQ(PersistentAppData::initRawValue(2), Storage::combined);

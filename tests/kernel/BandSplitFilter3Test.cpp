@@ -21,7 +21,7 @@ Samples wave(int count, float frequency) {
     return samples;
 }
 
-/// The four passes as told, by the filters' own buffer operations.
+/// The four passes in their order, by the filters' own buffer operations.
 void splitInPasses(BandSplitFilter3& f, const float* left, const float* right, int count) {
     f.highFilters[0].processBufferHP(left, f.highLeft, f.bandLeft, count);
     f.highFilters[1].processBufferHP(right, f.highRight, f.bandRight, count);

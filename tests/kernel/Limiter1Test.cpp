@@ -161,7 +161,7 @@ TEST(Limiter1, ComparisonsWithNaNTakeTheSecondBranch) {
     EXPECT_EQ(run(element, 0.25F), 0.25F);
 }
 
-TEST(Limiter1, ATinyLevelIsRoundedAsWritten) {
+TEST(Limiter1, ATinyLevelIsRoundedInTheOrderOfTheFormula) {
     Limiter1 element = plainElement(0.0F);
     const float denormal = std::numeric_limits<float>::denorm_min();
     for (const float gain : {1.0F, 0.75F, 3.0F}) {

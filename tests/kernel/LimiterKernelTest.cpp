@@ -27,7 +27,7 @@ protected:
     bool filtersHaveRun() { return kernel().bandSplit.highFilters[0].band1 != 0.0F; }
 };
 
-TEST_F(LimiterKernel, FieldsStartAsTold) {
+TEST_F(LimiterKernel, FieldsStartWithTheirDefaults) {
     const QOR_Limiter_Extension_DSPKernel& k = kernel();
     EXPECT_EQ(k.channelCount, 2);
     EXPECT_EQ(k.samplerate, 48000.0F);

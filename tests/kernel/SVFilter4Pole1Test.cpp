@@ -61,7 +61,7 @@ TEST(SVFilter4Pole1, CoefficientsStayWhereNothingChanged) {
     EXPECT_NE(filter.damping, 9.0F);
 }
 
-TEST(SVFilter4Pole1, AStageIsTheRecurrenceAsWritten) {
+TEST(SVFilter4Pole1, AStageIsTheRecurrence) {
     SVFilter4Pole1 filter;
     filter.setCutoff(0.8F);
     const float f = filter.frequency;

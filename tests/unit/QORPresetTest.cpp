@@ -46,7 +46,7 @@ protected:
 
 } // namespace
 
-TEST_F(Preset, NewObjectsHaveTheWrittenInitialValues) {
+TEST_F(Preset, NewObjectsHaveTheirInitialValues) {
     const PresetPatch& patch = *preset_.patch;
     EXPECT_EQ(patch.version, 1);
     EXPECT_EQ(patch.type, 1635085670U);
@@ -110,7 +110,7 @@ TEST_F(Preset, AnAbsentTreeOrOneWithoutChildrenIsPrintedAndChangesNothing) {
     EXPECT_THAT(preset_.patch->groups, IsEmpty());
 }
 
-TEST_F(Preset, TheDictionaryHasTheWrittenKeysInOrder) {
+TEST_F(Preset, TheDictionaryHasItsKeysInOrder) {
     preset_.makeFrom(makeTree().get());
     EXPECT_EQ(describe(*preset_.getDictionary()),
               "{version = 1, type = 1635085670, manufacturer = 1364350539, subtype = 1902931249, number = 0, "

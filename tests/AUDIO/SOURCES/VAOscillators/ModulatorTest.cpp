@@ -11,7 +11,7 @@ namespace {
 using qor::Modulator;
 using qor::NoiseOscillator;
 
-TEST(Modulator, StartsAsTold) {
+TEST(Modulator, StartsWithItsDefaults) {
     const Modulator m;
     EXPECT_EQ(m.word1 + m.word2 + m.word3 + m.word4 + m.word5, 0U);
     EXPECT_EQ(m.flag, 0);
@@ -203,7 +203,7 @@ TEST(Modulator, SettingsAreStoredWithinTheirLimits) {
     EXPECT_EQ(m.getNumCycles(), -4);
 }
 
-TEST(NoiseOscillator, StartsAsTold) {
+TEST(NoiseOscillator, StartsWithItsDefaults) {
     const NoiseOscillator noise;
     EXPECT_EQ(noise.seed, 33333U);
     EXPECT_EQ(noise.frequency, 1.0F);

@@ -111,7 +111,7 @@ Lines unitLines() {
     return lines;
 }
 
-TEST(AUPeakLimiterDiagnostics, TheBusDumpIsAsWritten) {
+TEST(AUPeakLimiterDiagnostics, TheBusDumpHasItsLinesInOrder) {
     AUPeakLimiter limiter;
     const auto lines = dumpOf(limiter, [](AUPeakLimiter& dumped) {
         dumped.busDiagnostics((*dumped.auAudioUnit()->inputBusses())[0], 0);
@@ -127,14 +127,14 @@ TEST(AUPeakLimiterDiagnostics, TheGivenIndexStandsInTheLabelAndTheBusesOwnInItsL
     EXPECT_THAT(lines, Contains(" --- bus 7 index: 0"));
 }
 
-TEST(AUPeakLimiterDiagnostics, TheUnitDumpIsAsWritten) {
+TEST(AUPeakLimiterDiagnostics, TheUnitDumpHasItsLinesInOrder) {
     AUPeakLimiter limiter;
     const auto lines =
         dumpOf(limiter, [](AUPeakLimiter& dumped) { dumped.unitDiagnostics(*dumped.auAudioUnit()); });
     EXPECT_THAT(lines, ElementsAreArray(unitLines()));
 }
 
-TEST(AUPeakLimiterDiagnostics, TheNodeDumpIsAsWritten) {
+TEST(AUPeakLimiterDiagnostics, TheNodeDumpHasItsLinesInOrder) {
     AUPeakLimiter limiter;
     Lines expected{kHead, " - node name: Peak Limiter", " - node unit: aufx lmtr appl"};
     append(expected, unitLines());
