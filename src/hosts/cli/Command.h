@@ -21,6 +21,7 @@ Command addParamsCommand(CLI::App& program);
 Command addPresetsCommand(CLI::App& program);
 Command addStateCommand(CLI::App& program);
 Command addSnapshotCommand(CLI::App& program);
+Command addDiagnosticsCommand(CLI::App& program);
 
 /// All of them, in the order of the help text.
 std::vector<Command> addCommands(CLI::App& program);

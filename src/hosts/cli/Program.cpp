@@ -33,8 +33,8 @@ int answer(const CLI::App& program, const CLI::ParseError& found) {
 } // namespace
 
 std::vector<Command> addCommands(CLI::App& program) {
-    return {addRenderCommand(program), addParamsCommand(program), addPresetsCommand(program),
-            addStateCommand(program), addSnapshotCommand(program)};
+    return {addRenderCommand(program), addParamsCommand(program),   addPresetsCommand(program),
+            addStateCommand(program),  addSnapshotCommand(program), addDiagnosticsCommand(program)};
 }
 
 int runProgram(int argumentCount, const char* const* arguments) {

@@ -15,7 +15,13 @@ using testing::HasSubstr;
 
 TEST(Program, EveryHelpTextHasAnExampleAndGoesToStandardOutput) {
     for (const std::vector<std::string>& arguments :
-         std::vector<std::vector<std::string>>{{"--help"}, {"render", "--help"}, {"params", "-h"}}) {
+         std::vector<std::vector<std::string>>{{"--help"},
+                                               {"render", "--help"},
+                                               {"params", "-h"},
+                                               {"presets", "--help"},
+                                               {"state", "--help"},
+                                               {"snapshot", "--help"},
+                                               {"diagnostics", "--help"}}) {
         const Outcome outcome = runProgram(arguments);
         EXPECT_EQ(outcome.status, 0);
         EXPECT_THAT(outcome.output, HasSubstr("Example:\n  qor-limiter "));
@@ -26,7 +32,7 @@ TEST(Program, EveryHelpTextHasAnExampleAndGoesToStandardOutput) {
 TEST(Program, TheManPageNamesEveryOption) {
     const std::string page = test::contentOf(QOR_MAN_PAGE);
     std::size_t options = 0;
-    for (const char* command : {"render", "params", "snapshot"}) {
+    for (const char* command : {"render", "params", "snapshot", "diagnostics"}) {
         const std::string help = runProgram({command, "--help"}).output;
         for (std::size_t at = help.find("--"); at != std::string::npos; at = help.find("--", at + 2)) {
             const std::size_t end = help.find_first_not_of("abcdefghijklmnopqrstuvwxyz-", at);
