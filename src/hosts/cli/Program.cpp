@@ -63,7 +63,9 @@ int runProgram(int argumentCount, const char* const* arguments) {
         status = answer(program, found);
     }
     std::cout.flush();
-    if ((!std::cout || std::fflush(stdout) != 0) && status == kExitSuccess) {
+    // Log lines go there past std::cout and are flushed one by one: only the stream's mark tells of them.
+    const bool lost = std::fflush(stdout) != 0 || std::ferror(stdout) != 0;
+    if ((!std::cout || lost) && status == kExitSuccess) {
         status = report(workFailed("cannot write to standard output. Direct it to a place with room."));
     }
     setLogSink(before);
