@@ -55,7 +55,7 @@ Ref<UIView> LayoutLoader::makeView(const PropertyList& source, const std::string
         reader.complain("class", unknown("class", name, bindings_.viewClasses));
         return nullptr;
     }
-    const Ref<UIView> view = made->second();
+    Ref<UIView> view = made->second();
     readLooks(reader, *view);
     readContent(reader, *view);
     readOutlet(reader, view);

@@ -133,7 +133,8 @@ bool UIAlertController::keyDown(const UIKeyEvent& event) {
 
 void UIAlertController::choose(const Ref<UIAlertAction>& action) {
     const auto keep = shared_from_this();
-    const Ref<UIAlertAction> chosen = action;
+    // The argument may lie in the closure of the button that goes with the dialog.
+    const Ref<UIAlertAction> chosen = action; // NOLINT(performance-unnecessary-copy-initialization)
     dismissViewController(true);
     if (const auto handler = chosen->handler()) {
         handler(*chosen);
