@@ -6,6 +6,8 @@
 #include <cairo-xlib.h>
 #include <poll.h>
 
+#include <X11/Xutil.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -105,6 +107,12 @@ Result<std::unique_ptr<NativeWindow>> NativeWindow::open(Ref<UIWindow> content,
         return failure(WindowFailed, std::string("the window cannot be made: ") + puglStrerror(status) + ".");
     }
     state.handle = puglGetNativeView(view);
+    if (options.parent == 0 && options.keyboardOnDemand) {
+        XWMHints hints{};
+        hints.flags = InputHint;
+        hints.input = False;
+        XSetWMHints(state.display, state.handle, &hints);
+    }
     if (!windowExists(state.display, state.handle)) {
         state.destroyed = true;
         return failure(WindowFailed, "the display refused the window.");

@@ -23,6 +23,9 @@ struct NativeWindowOptions {
     CGSize minimumSize = {.width = 0.0, .height = 0.0}; // points; zero for none
     bool keepsAspect = true;                            // that of `size`
     bool resizable = true;
+    /// A free-standing window beside a host's has the keyboard only while a view wants it, as an embedded one
+    /// always does.
+    bool keyboardOnDemand = false;
     double scale = 0.0; // pixels per point; 0: what the desktop says
 };
 

@@ -86,7 +86,7 @@ void NativeWindowEvents::refresh(State& state) {
 }
 
 void NativeWindowEvents::updateKeyboard(State& state) {
-    if (state.options.parent == 0) {
+    if (state.options.parent == 0 && !state.options.keyboardOnDemand) {
         return; // the desktop gives it to a window of its own
     }
     const bool wanted = state.content->firstResponder() != nullptr;

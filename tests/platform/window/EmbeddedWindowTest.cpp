@@ -103,6 +103,30 @@ TEST_F(EmbeddedWindowTest, TakesTheKeyboardBackOnAClickAfterTheHostHadIt) {
     EXPECT_TRUE(pumpUntil([&] { return focused() == window->nativeHandle(); }));
 }
 
+TEST_F(EmbeddedWindowTest, LeavesTheKeyboardToTheHostBesideItToo) {
+    const Window host = makeParent(400, 300);
+    XSetInputFocus(display, host, RevertToPointerRoot, CurrentTime);
+    XSync(display, False);
+    probe->focusable = true;
+    NativeWindowOptions options;
+    options.transientFor = host;
+    options.keyboardOnDemand = true;
+    options.scale = 1.0;
+    open(options);
+    XWMHints* hints = XGetWMHints(display, window->nativeHandle());
+    ASSERT_NE(hints, nullptr);
+    EXPECT_EQ(hints->flags & InputHint, InputHint);
+    EXPECT_EQ(hints->input, False);
+    XFree(hints);
+    Window above = 0;
+    EXPECT_NE(XGetTransientForHint(display, window->nativeHandle(), &above), 0);
+    EXPECT_EQ(above, host);
+    probe->becomeFirstResponder();
+    ASSERT_TRUE(pumpUntil([&] { return focused() == window->nativeHandle(); }));
+    probe->resignFirstResponder();
+    EXPECT_TRUE(pumpUntil([&] { return focused() == host; }));
+}
+
 TEST_F(EmbeddedWindowTest, FollowsTheSizeThatTheHostGivesIt) {
     const Window parent = makeParent(900, 700);
     openIn(parent);
