@@ -2,6 +2,7 @@
 #pragma once
 
 #include "kernel/SVFilter4Pole1.h"
+#include "platform/core/RealTime.h"
 
 #include <algorithm>
 #include <functional>
@@ -87,7 +88,7 @@ public:
     }
 
     /// `left` and `right` are only read; only the first 4096 frames of a longer call.
-    void split(const float* left, const float* right, int count) {
+    void split(const float* left, const float* right, int count) QOR_NONBLOCKING {
         count = std::min(count, kFrameLimit);
         if (mayOverlapPasses(left, count) && mayOverlapPasses(right, count) && allStagesAgree()) {
             splitAtOnce(left, right, count);

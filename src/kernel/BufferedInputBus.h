@@ -22,12 +22,14 @@ struct BufferedInputBus : BufferedAudioBus {
     /// kAudioUnitErr_NoConnection if there is none.
     OSStatus pullInput(AudioUnitRenderActionFlags* actionFlags, const AudioTimeStamp* timestamp,
                        std::uint32_t frameCount, long inputBusNumber,
-                       const AURenderPullInputBlock& pullInputBlock) {
+                       const AURenderPullInputBlock& pullInputBlock) QOR_NONBLOCKING {
         if (!pullInputBlock) {
             return kAudioUnitErr_NoConnection;
         }
         prepareInputBufferList();
+        QOR_UNSEEN_BEGIN // the host's callback
         return pullInputBlock(actionFlags, timestamp, frameCount, inputBusNumber, mutableAudioBufferList);
+        QOR_UNSEEN_END
     }
 };
 

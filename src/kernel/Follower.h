@@ -1,6 +1,7 @@
 // The peak meter of one output channel: straight lines up, a short hold, straight lines down.
 #pragma once
 
+#include "platform/core/RealTime.h"
 #include "platform/core/Saturate.h"
 
 #include <bit>
@@ -75,7 +76,7 @@ public:
 
     void processSample(const float* sample) { processBuffer(sample, 1); }
 
-    void processBuffer(const float* buffer, long count) {
+    void processBuffer(const float* buffer, long count) QOR_NONBLOCKING {
         const std::int32_t rearmed = holdSamples();
         std::int32_t hold = holdCounter;
         double v = value;

@@ -88,22 +88,22 @@ public:
         }
     }
 
-    void processBuffer(float* buffer, int count) {
+    void processBuffer(float* buffer, int count) QOR_NONBLOCKING {
         run(buffer, count, [](int /*i*/, float in) { return in; });
     }
 
-    void processBufferSidechain(float* buffer, const float* sidechain, int count) {
+    void processBufferSidechain(float* buffer, const float* sidechain, int count) QOR_NONBLOCKING {
         run(buffer, count, [=](int i, float /*in*/) { return sidechain[i]; });
     }
 
     /// In place on `a`; `b` is only read.
-    void processBuffersLinked(float* a, const float* b, int count) {
+    void processBuffersLinked(float* a, const float* b, int count) QOR_NONBLOCKING {
         run(a, count, [=](int i, float in) { return in + b[i]; });
     }
 
     /// Drops the side-chains: the linked mode sounds the same with the input filter active.
     void processBuffersSidechainLinked(float* a, const float* b, const float* /*sidechainA*/,
-                                       const float* /*sidechainB*/, int count) {
+                                       const float* /*sidechainB*/, int count) QOR_NONBLOCKING {
         processBuffersLinked(a, b, count);
     }
 

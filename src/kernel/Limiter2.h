@@ -28,18 +28,18 @@ public:
         splitter.reset();
     }
 
-    void processBuffers(float* left, float* right, int count) {
+    void processBuffers(float* left, float* right, int count) QOR_NONBLOCKING {
         limiters[0].processBuffer(left, count);
         limiters[1].processBuffer(right, count);
     }
 
     /// The second pass reads what the first has left in `left`.
-    void processBuffersLinked(float* left, float* right, int count) {
+    void processBuffersLinked(float* left, float* right, int count) QOR_NONBLOCKING {
         limiters[0].processBuffersLinked(left, right, count);
         limiters[1].processBuffersLinked(right, left, count);
     }
 
-    void processBuffersMidSide(float* left, float* right, int count) {
+    void processBuffersMidSide(float* left, float* right, int count) QOR_NONBLOCKING {
         splitter.split(left, right, count);
         limiters[0].processBuffer(splitter.getMid(), count);
         limiters[1].processBuffer(splitter.getSide(), count);
@@ -47,7 +47,7 @@ public:
     }
 
     /// Both elements work on mid, one behind the other; side comes back unchanged.
-    void processBuffersMidSideLinked(float* left, float* right, int count) {
+    void processBuffersMidSideLinked(float* left, float* right, int count) QOR_NONBLOCKING {
         splitter.split(left, right, count);
         limiters[0].processBuffer(splitter.getMid(), count);
         limiters[1].processBuffer(splitter.getMid(), count);
@@ -55,19 +55,19 @@ public:
     }
 
     void processBuffersSidechain(float* left, float* right, const float* sideLeft, const float* sideRight,
-                                 int count) {
+                                 int count) QOR_NONBLOCKING {
         limiters[0].processBufferSidechain(left, sideLeft, count);
         limiters[1].processBufferSidechain(right, sideRight, count);
     }
 
     void processBuffersSidechainLinked(float* left, float* right, const float* sideLeft,
-                                       const float* sideRight, int count) {
+                                       const float* sideRight, int count) QOR_NONBLOCKING {
         limiters[0].processBuffersSidechainLinked(left, right, sideLeft, sideRight, count);
         limiters[1].processBuffersSidechainLinked(right, left, sideRight, sideLeft, count);
     }
 
     void processBuffersSidechainMidSide(float* left, float* right, const float* sideMid,
-                                        const float* sideSide, int count) {
+                                        const float* sideSide, int count) QOR_NONBLOCKING {
         splitter.split(left, right, count);
         limiters[0].processBufferSidechain(splitter.getMid(), sideMid, count);
         limiters[1].processBufferSidechain(splitter.getSide(), sideSide, count);
@@ -76,7 +76,7 @@ public:
 
     /// Both elements are driven by the side-chain's mid; the second still works on side for its dry share.
     void processBuffersSidechainMidSideLinked(float* left, float* right, const float* sideMid,
-                                              const float* /*sideSide*/, int count) {
+                                              const float* /*sideSide*/, int count) QOR_NONBLOCKING {
         splitter.split(left, right, count);
         limiters[0].processBufferSidechain(splitter.getMid(), sideMid, count);
         limiters[1].processBufferSidechain(splitter.getSide(), sideMid, count);

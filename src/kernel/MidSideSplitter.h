@@ -1,6 +1,8 @@
 // Turns a left/right pair into mid/side and back, through working buffers of its own.
 #pragma once
 
+#include "platform/core/RealTime.h"
+
 #include <algorithm>
 
 namespace qor {
@@ -15,7 +17,7 @@ public:
     MidSideSplitter() { reset(); }
 
     /// Only the first 4096 frames of a longer call.
-    void split(const float* a, const float* b, int count) {
+    void split(const float* a, const float* b, int count) QOR_NONBLOCKING {
         count = std::min(count, kFrameLimit);
         for (int i = 0; i < count; ++i) {
             mid[i] = (a[i] + b[i]) * 0.5F;
@@ -24,7 +26,7 @@ public:
     }
 
     /// Only the first 4096 frames of a longer call.
-    void mix(float* a, float* b, int count) const {
+    void mix(float* a, float* b, int count) const QOR_NONBLOCKING {
         count = std::min(count, kFrameLimit);
         for (int i = 0; i < count; ++i) {
             a[i] = mid[i] + side[i];

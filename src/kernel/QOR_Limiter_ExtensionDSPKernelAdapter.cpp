@@ -39,7 +39,7 @@ AUInternalRenderBlock QOR_Limiter_ExtensionDSPKernelAdapter::internalRenderBlock
                AudioUnitRenderActionFlags* /*actionFlags*/, const AudioTimeStamp* timestamp,
                std::uint32_t frameCount, long /*outputBusNumber*/, AudioBufferList* outputData,
                const AURenderEvent* realtimeEventListHead,
-               const AURenderPullInputBlock& pullInputBlock) -> OSStatus {
+               const AURenderPullInputBlock& pullInputBlock) QOR_NONBLOCKING -> OSStatus {
         AudioUnitRenderActionFlags pullFlags = 0;
         if (frameCount > static_cast<std::uint32_t>(kernel->getMaximumFramesToRender())) {
             return kAudioUnitErr_TooManyFramesToProcess;

@@ -38,10 +38,10 @@ public:
     void allocateRenderResources();
     /// Frees the input buffer; the kernel keeps its state.
     void deallocateRenderResources() { _inputBus.deallocateRenderResources(); }
-    void reset() { _kernel.reset(); }
+    void reset() QOR_NONBLOCKING_IN_RENDER { _kernel.reset(); }
     void setBypass(bool bypass) { _kernel.setBypassed(bypass); }
 
-    void setAUMIDIOutputEventBlock(AUMIDIOutputEventBlock block) noexcept {
+    void setAUMIDIOutputEventBlock(AUMIDIOutputEventBlock block) noexcept QOR_NONBLOCKING_IN_RENDER {
         _outputEventBlock = std::move(block);
     }
     void setAUHostMusicalContextBlock(AUHostMusicalContextBlock block) noexcept {
@@ -61,15 +61,16 @@ public:
     /// the input buffer holds. `outputData` must be there.
     OSStatus render(AudioUnitRenderActionFlags* actionFlags, const AudioTimeStamp* timestamp,
                     std::uint32_t frameCount, long outputBusNumber, AudioBufferList* outputData,
-                    const AURenderEvent* realtimeEventListHead, const AURenderPullInputBlock& pullInputBlock);
+                    const AURenderEvent* realtimeEventListHead, const AURenderPullInputBlock& pullInputBlock)
+        QOR_NONBLOCKING;
     /// Attaches the buffers and calls the kernel's second entry, which renders nothing.
-    OSStatus render2(std::uint32_t frameCount, AudioBufferList* outputData);
+    OSStatus render2(std::uint32_t frameCount, AudioBufferList* outputData) QOR_NONBLOCKING;
 
     /// By number. A negative address is sign-extended and so belongs to no parameter.
-    void setParameterEx(std::int32_t address, float value) {
+    void setParameterEx(std::int32_t address, float value) QOR_NONBLOCKING_IN_RENDER {
         _kernel.setParameter(static_cast<AUParameterAddress>(std::int64_t{address}), value);
     }
-    float getParameterEx(std::int32_t address) {
+    float getParameterEx(std::int32_t address) QOR_NONBLOCKING {
         return _kernel.getParameter(static_cast<AUParameterAddress>(std::int64_t{address}));
     }
 

@@ -192,7 +192,9 @@ void QOR_Limiter_Extension_DSPKernel::handleMIDIEvent(const AUMIDIEvent& event) 
         return;
     }
     if (midiOut && midiThrough) {
+        QOR_UNSEEN_BEGIN // the host's callback
         midiOut(event.eventSampleTime, 0, event.length, event.data);
+        QOR_UNSEEN_END
     }
 }
 
@@ -203,10 +205,12 @@ void QOR_Limiter_Extension_DSPKernel::printParameter(AUParameterAddress address,
     std::array<char, 128> line; // the longest line has 109 characters
     char* const end = line.data() + line.size();
     char* at = std::copy(kHead.begin(), kHead.end(), line.data());
+    QOR_UNSEEN_BEGIN // the standard library's conversions, and whatever sink the log has
     at = std::to_chars(at, end, address).ptr;
     at = std::copy(kMiddle.begin(), kMiddle.end(), at);
     at = std::to_chars(at, end, static_cast<double>(value), std::chars_format::fixed, 6).ptr;
     print(std::string_view(line.data(), static_cast<std::size_t>(at - line.data())));
+    QOR_UNSEEN_END
 }
 
 } // namespace qor

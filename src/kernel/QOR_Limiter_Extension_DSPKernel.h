@@ -39,14 +39,14 @@ public:
     void setSamplerate(float s);
     float getSamplerate() const { return samplerate; }
     /// Leaves the slots alone and the filter's edges wide open, whatever slots 9 and 10 say.
-    void reset();
+    void reset() QOR_NONBLOCKING_IN_RENDER;
     /// The lists stay the caller's.
-    void setBuffers(AudioBufferList* in, AudioBufferList* out);
+    void setBuffers(AudioBufferList* in, AudioBufferList* out) QOR_NONBLOCKING;
 
     /// Stores, writes a line to the log, and routes. Addresses above 15 are dropped.
-    void setParameter(AUParameterAddress address, float value);
+    void setParameter(AUParameterAddress address, float value) QOR_NONBLOCKING_IN_RENDER;
     /// The slot as last written; 0.0 above address 15.
-    float getParameter(AUParameterAddress address) const;
+    float getParameter(AUParameterAddress address) const QOR_NONBLOCKING;
 
     void setBypassed(bool value) { bypassed = value; }
     bool getBypassed() const { return bypassed; }
@@ -60,10 +60,11 @@ public:
     float getPeakValue1() const { return followers[0].getPeakLimited(); }
     float getPeakValue2() const { return followers[1].getPeakLimited(); }
 
-    void process2(unsigned frameCount, unsigned bufferOffset) override;
-    void process(unsigned frameCount, unsigned bufferOffset) override;
-    void setParameterAutomated(AUParameterAddress address, float value, std::int64_t time) override;
-    void handleMIDIEvent(const AUMIDIEvent& event) override;
+    void process2(unsigned frameCount, unsigned bufferOffset) QOR_NONBLOCKING override;
+    void process(unsigned frameCount, unsigned bufferOffset) QOR_NONBLOCKING override;
+    void setParameterAutomated(AUParameterAddress address, float value, std::int64_t time)
+        QOR_NONBLOCKING override;
+    void handleMIDIEvent(const AUMIDIEvent& event) QOR_NONBLOCKING override;
 
 private:
     /// Addresses 0 to 15. The last one lies behind the slots: the first follower's sample rate.
@@ -71,10 +72,10 @@ private:
         return address < kSlotCount ? params[address] : followers[0].samplerate;
     }
 
-    void copyInputToOutput(unsigned frameCount, unsigned bufferOffset);
-    void limit(float* left, float* right, int count);
-    void limitFiltered(float* left, float* right, int count, unsigned mode);
-    void printParameter(AUParameterAddress address, float value) const;
+    void copyInputToOutput(unsigned frameCount, unsigned bufferOffset) QOR_NONBLOCKING;
+    void limit(float* left, float* right, int count) QOR_NONBLOCKING;
+    void limitFiltered(float* left, float* right, int count, unsigned mode) QOR_NONBLOCKING;
+    void printParameter(AUParameterAddress address, float value) const QOR_NONBLOCKING_IN_RENDER;
 };
 
 } // namespace qor

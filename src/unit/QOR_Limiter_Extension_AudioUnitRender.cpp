@@ -13,7 +13,7 @@ AUInternalRenderBlock QOR_Limiter_Extension_AudioUnit::internalRenderBlock() {
                AudioUnitRenderActionFlags* actionFlags, const AudioTimeStamp* timestamp,
                std::uint32_t frameCount, long outputBusNumber, AudioBufferList* outputData,
                const AURenderEvent* realtimeEventListHead,
-               const AURenderPullInputBlock& pullInputBlock) -> OSStatus {
+               const AURenderPullInputBlock& pullInputBlock) QOR_NONBLOCKING -> OSStatus {
         if (outputBusNumber > 0) {
             return kAudioUnitErr_NoConnection;
         }
@@ -24,17 +24,21 @@ AUInternalRenderBlock QOR_Limiter_Extension_AudioUnit::internalRenderBlock() {
         }
         status = adapter->render(actionFlags, timestamp, frameCount, outputBusNumber, outputData,
                                  realtimeEventListHead, pullInputBlock);
+        QOR_UNSEEN_BEGIN // the failure print
         if (status != noErr) {
             safeprint("AUExtension::ERROR: We have a problem with the kernel! " + text(status));
         }
+        QOR_UNSEEN_END
         if (adapter->getParameterEx(static_cast<std::int32_t>(kLimiterFinalLimiter)) != 1.0F) {
             return status;
         }
         // The host's own callback: what is limited is what the host delivers on this second pull.
+        QOR_UNSEEN_BEGIN // the wrapped unit's block, and the failure print
         status = wrappedRender(actionFlags, timestamp, frameCount, 0, outputData, nullptr, pullInputBlock);
         if (status != noErr) {
             safeprint("AUExtension::ERROR: We have a problem with the wrapped unit! " + text(status));
         }
+        QOR_UNSEEN_END
         return noErr;
     };
 }

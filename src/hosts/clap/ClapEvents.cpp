@@ -102,7 +102,9 @@ std::optional<BypassEvent> toBypassEvent(const clap_event_header_t* header) noex
 }
 
 std::uint32_t eventCount(const clap_input_events_t* events) noexcept {
+    QOR_UNSEEN_BEGIN // the host's callback
     return events == nullptr || events->size == nullptr || events->get == nullptr ? 0 : events->size(events);
+    QOR_UNSEEN_END
 }
 
 StretchEvents::StretchEvents(const clap_input_events_t* events, std::uint32_t start, std::uint32_t end,
@@ -111,7 +113,9 @@ StretchEvents::StretchEvents(const clap_input_events_t* events, std::uint32_t st
       end_(isLast ? std::numeric_limits<std::uint32_t>::max() : end), isLast_(isLast) {}
 
 HostEvent StretchEvents::at(std::uint32_t index) const noexcept {
+    QOR_UNSEEN_BEGIN // the host's callback
     HostEvent event = toHostEvent(events_->get(events_, index));
+    QOR_UNSEEN_END
     const bool isHere = event.frame >= start_ && (event.frame < end_ || isLast_);
     if (!isHere) {
         return {}; // of another stretch

@@ -32,9 +32,9 @@ public:
     void onMainThread();
 
     // Audio thread while active.
-    bool startProcessing() noexcept;
-    void reset() noexcept;
-    clap_process_status process(const clap_process_t& block) noexcept;
+    bool startProcessing() noexcept QOR_NONBLOCKING;
+    void reset() noexcept QOR_NONBLOCKING;
+    clap_process_status process(const clap_process_t& block) noexcept QOR_NONBLOCKING;
     /// Audio thread while active, otherwise main thread.
     void flush(const clap_input_events_t* events);
 
@@ -46,9 +46,9 @@ public:
     bool isActive() const noexcept { return active_.load(std::memory_order_relaxed); }
 
 private:
-    void render(const clap_process_t& block) noexcept;
+    void render(const clap_process_t& block) noexcept QOR_NONBLOCKING;
     void flushInactive(const clap_input_events_t* events);
-    void askForPump() noexcept;
+    void askForPump() noexcept QOR_NONBLOCKING_IN_RENDER;
 
     ClapHost host_;
     std::shared_ptr<host::PluginRuntime> runtime_; // outlives the unit

@@ -44,12 +44,14 @@ class BypassMoves {
 public:
     /// Returns whether the list also moves parameters of the unit. A move behind the block's end, or ahead of
     /// one that came before it in the list, is held at the nearest frame.
-    bool collect(const clap_input_events_t* events, std::uint32_t frames) noexcept {
+    bool collect(const clap_input_events_t* events, std::uint32_t frames) noexcept QOR_NONBLOCKING {
         bool anyParameter = false;
         std::uint32_t reached = 0;
         const std::uint32_t count = eventCount(events);
         for (std::uint32_t i = 0; i < count; ++i) {
+            QOR_UNSEEN_BEGIN // the host's callback
             const clap_event_header_t* const header = events->get(events, i);
+            QOR_UNSEEN_END
             if (const auto move = toBypassEvent(header)) {
                 reached = frames == 0 ? 0 : std::clamp(move->frame, reached, frames - 1);
                 add({reached, move->bypassed});
@@ -136,7 +138,9 @@ void ClapInstance::render(const clap_process_t& block) noexcept {
 
 void ClapInstance::askForPump() noexcept {
     if (!timer_ && !pumpAsked_.exchange(true)) {
+        QOR_UNSEEN_BEGIN // the host's callback
         host_.requestCallback();
+        QOR_UNSEEN_END
     }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hosts/clap/ClapHeaders.h"
+#include "platform/core/RealTime.h"
 
 #include <cstdint>
 #include <optional>
@@ -19,7 +20,7 @@ bool parameterInfo(std::uint32_t index, clap_param_info_t& info) noexcept;
 bool isKnownParameter(clap_id id) noexcept;
 /// What a host's value means: held to the range, whole where the parameter is stepped. Absent for an unknown
 /// id and for what is not finite.
-std::optional<float> acceptedValue(clap_id id, double value) noexcept;
+std::optional<float> acceptedValue(clap_id id, double value) noexcept QOR_NONBLOCKING_IN_RENDER;
 /// Absent under the same conditions. The same in every locale.
 std::optional<std::string> valueText(clap_id id, double value);
 std::optional<double> textValue(clap_id id, std::string_view text);

@@ -18,18 +18,18 @@ public:
     /// Null if the unit cannot be made or takes no such rate.
     static std::unique_ptr<Lv2Plugin> create(double sampleRate);
 
-    void connect(std::uint32_t port, void* data) noexcept;
+    void connect(std::uint32_t port, void* data) noexcept QOR_NONBLOCKING;
     bool activate();
     void deactivate() { host_->deactivate(); }
-    void run(std::uint32_t frames) noexcept;
+    void run(std::uint32_t frames) noexcept QOR_NONBLOCKING;
 
 private:
     Lv2Plugin(std::shared_ptr<host::PluginRuntime> runtime, std::unique_ptr<host::UnitHost> host,
               double sampleRate)
         : runtime_(std::move(runtime)), host_(std::move(host)), sampleRate_(sampleRate) {}
 
-    host::ParameterFollower::Values portValues() const noexcept;
-    void writeMeters() noexcept;
+    host::ParameterFollower::Values portValues() const noexcept QOR_NONBLOCKING;
+    void writeMeters() noexcept QOR_NONBLOCKING;
 
     std::shared_ptr<host::PluginRuntime> runtime_; // outlives the host
     std::unique_ptr<host::UnitHost> host_;

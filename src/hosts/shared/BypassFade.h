@@ -1,6 +1,8 @@
 // A host's bypass: a short crossfade between the unit's output and its input.
 #pragma once
 
+#include "platform/core/RealTime.h"
+
 #include <atomic>
 #include <cstdint>
 
@@ -22,7 +24,8 @@ public:
     void settle() noexcept { share_ = isBypassed() ? 1.0F : 0.0F; }
 
     /// Works on a stereo stretch in place. Returns whether the input was let through at all.
-    bool process(const float* const dry[2], float* const output[2], std::uint32_t count) noexcept {
+    bool process(const float* const dry[2], float* const output[2], std::uint32_t count) noexcept
+        QOR_NONBLOCKING {
         const float target = isBypassed() ? 1.0F : 0.0F;
         if (share_ == 0.0F && target == 0.0F) {
             return false;

@@ -16,7 +16,7 @@ public:
     static constexpr std::uint32_t kCapacity = 4096;
 
     /// Looks at the events; they must stay as they are until the block is done.
-    void prepare(const EventSource& events) noexcept;
+    void prepare(const EventSource& events) noexcept QOR_NONBLOCKING;
     /// The index of the n-th event in the order of frames.
     std::uint32_t operator[](std::uint32_t n) const noexcept {
         return sorted_ || n >= kCapacity ? n : order_[n].index;
@@ -29,7 +29,7 @@ private:
     };
     using Entries = std::array<Entry, kCapacity>;
 
-    void sort(std::uint32_t count) noexcept;
+    void sort(std::uint32_t count) noexcept QOR_NONBLOCKING;
 
     bool sorted_ = true;
     Entries order_{};

@@ -1,6 +1,8 @@
 // What happens at a place in a block: parameter changes and MIDI, as the plug-in formats deliver them.
 #pragma once
 
+#include "platform/core/RealTime.h"
+
 #include <cstdint>
 #include <span>
 
@@ -22,18 +24,22 @@ struct HostEvent {
 /// room of its own. Render thread.
 class EventSource {
 public:
-    virtual ~EventSource() = default;
-    virtual std::uint32_t size() const noexcept = 0;
+    virtual std::uint32_t size() const noexcept QOR_NONBLOCKING = 0;
     /// What the host gave at a place; kind None for what means nothing to us.
-    virtual HostEvent at(std::uint32_t index) const noexcept = 0;
+    virtual HostEvent at(std::uint32_t index) const noexcept QOR_NONBLOCKING = 0;
+
+protected:
+    ~EventSource() = default; // never deleted through this class
 };
 
 /// Events that lie in an array.
 class SpanEvents final : public EventSource {
 public:
     explicit SpanEvents(std::span<const HostEvent> events) noexcept : events_(events) {}
-    std::uint32_t size() const noexcept override { return static_cast<std::uint32_t>(events_.size()); }
-    HostEvent at(std::uint32_t index) const noexcept override { return events_[index]; }
+    std::uint32_t size() const noexcept QOR_NONBLOCKING override {
+        return static_cast<std::uint32_t>(events_.size());
+    }
+    HostEvent at(std::uint32_t index) const noexcept QOR_NONBLOCKING override { return events_[index]; }
 
 private:
     std::span<const HostEvent> events_;

@@ -17,15 +17,15 @@ public:
 
     /// Takes the values for a state that the host brings back: they sound the same whatever the order in
     /// which they would have been set. For the first block after an activation.
-    void recall(UnitHost& host, const Values& values) noexcept;
+    void recall(UnitHost& host, const Values& values) noexcept QOR_NONBLOCKING;
     /// The values that have changed since, as events at the first sample, in address order. When both edges
     /// of the input filter move, neither stands in the other's way. Valid until the next call.
-    std::span<const HostEvent> changes(const Values& values) noexcept;
+    std::span<const HostEvent> changes(const Values& values) noexcept QOR_NONBLOCKING;
     /// The values as passed on last.
     const Values& seen() const noexcept { return seen_; }
 
 private:
-    void add(AUParameterAddress address, float value) noexcept;
+    void add(AUParameterAddress address, float value) noexcept QOR_NONBLOCKING;
 
     Values seen_{};
     std::array<HostEvent, kParameterCount + 1> events_{};

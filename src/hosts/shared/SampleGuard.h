@@ -1,6 +1,8 @@
 // Keeps audio that no limiter can make sense of out of the unit, and notices when it got in all the same.
 #pragma once
 
+#include "platform/core/RealTime.h"
+
 #include <bit>
 #include <cstdint>
 
@@ -14,7 +16,7 @@ inline constexpr std::uint32_t kExponentBits = 0x7F800000;
 
 /// Copies samples, what is not finite as 0 and what is louder than `kLoudestInput` cut to it. A null source
 /// is silence. The places may be the same. Bits decide what is finite, so that the loop has no branch.
-inline void copyGuarded(const float* source, float* target, std::uint32_t count) noexcept {
+inline void copyGuarded(const float* source, float* target, std::uint32_t count) noexcept QOR_NONBLOCKING {
     if (source == nullptr) {
         for (std::uint32_t i = 0; i < count; ++i) {
             target[i] = 0.0F;
@@ -31,7 +33,7 @@ inline void copyGuarded(const float* source, float* target, std::uint32_t count)
 }
 
 /// Copies samples held down to full scale.
-inline void copyHeldDown(const float* source, float* target, std::uint32_t count) noexcept {
+inline void copyHeldDown(const float* source, float* target, std::uint32_t count) noexcept QOR_NONBLOCKING {
     for (std::uint32_t i = 0; i < count; ++i) {
         const float below = source[i] > 1.0F ? 1.0F : source[i];
         target[i] = below < -1.0F ? -1.0F : below;
@@ -40,7 +42,7 @@ inline void copyHeldDown(const float* source, float* target, std::uint32_t count
 
 /// True if no sample is infinite or NaN. Looks at the bits, all of them in any case: that the processor can
 /// do for several samples at once.
-inline bool allFinite(const float* samples, std::uint32_t count) noexcept {
+inline bool allFinite(const float* samples, std::uint32_t count) noexcept QOR_NONBLOCKING {
     std::uint32_t notFinite = 0;
     for (std::uint32_t i = 0; i < count; ++i) {
         notFinite |= (std::bit_cast<std::uint32_t>(samples[i]) & kExponentBits) == kExponentBits ? 1U : 0U;

@@ -132,7 +132,9 @@ void UnitHost::resetInRender() noexcept {
     if (!broken_.load(std::memory_order_acquire)) {
         QOR_Limiter_Extension_AudioUnit& unit = *live_->unit;
         unit.kernelAdapter->reset();
+        QOR_UNSEEN_BEGIN // the wrapped unit's virtual operation
         unwrap(unwrap(unit.effect).auAudioUnit()).reset();
+        QOR_UNSEEN_END
         resendParameters(unit);
     }
     sampleTime_ = 0;

@@ -84,9 +84,9 @@ public:
     /// null output channel is dropped; input and output may be the same places in any combination. Without
     /// frames the events are applied at once. Before `activate` the output is silence.
     void render(const float* const input[2], float* const output[2], std::uint32_t frames,
-                const EventSource& events) noexcept;
+                const EventSource& events) noexcept QOR_NONBLOCKING;
     /// `reset` for hosts that ask for it between two render calls.
-    void resetInRender() noexcept;
+    void resetInRender() noexcept QOR_NONBLOCKING;
     /// Ends the bypass's crossfade at once; for a state that is recalled, not switched.
     void settleBypass() noexcept { bypass_.settle(); }
 
@@ -94,8 +94,8 @@ public:
     // ----------------------------------------------------------------------------------------------
 
     /// The kernel's value, as written last.
-    float parameter(AUParameterAddress address) const noexcept;
-    Meters meters() const noexcept;
+    float parameter(AUParameterAddress address) const noexcept QOR_NONBLOCKING;
+    Meters meters() const noexcept QOR_NONBLOCKING;
     /// The host's own bypass, apart from the parameter of that name.
     void setBypassed(bool bypassed) noexcept { bypass_.setBypassed(bypassed); }
     bool isBypassed() const noexcept { return bypass_.isBypassed(); }
@@ -128,16 +128,16 @@ private:
     static Result<std::unique_ptr<LiveUnit>> makeUnit();
     Result<void> allocate(LiveUnit& live) const;
     static void release(LiveUnit& live);
-    static void resendParameters(QOR_Limiter_Extension_AudioUnit& unit) noexcept;
+    static void resendParameters(QOR_Limiter_Extension_AudioUnit& unit) noexcept QOR_NONBLOCKING_IN_RENDER;
     void service() override;
     void replaceBrokenUnit();
     void takeIncomingUnit();
     void tellObservers();
 
     void renderChunk(const float* const input[2], float* const output[2], std::uint32_t frames,
-                     const AURenderEvent* events) noexcept;
-    OSStatus pull(std::uint32_t frames, AudioBufferList* list) noexcept;
-    void deliverHeldDown(float* const output[2], std::uint32_t frames) noexcept;
+                     const AURenderEvent* events) noexcept QOR_NONBLOCKING;
+    OSStatus pull(std::uint32_t frames, AudioBufferList* list) noexcept QOR_NONBLOCKING;
+    void deliverHeldDown(float* const output[2], std::uint32_t frames) noexcept QOR_NONBLOCKING;
 
     const UnitHostOptions options_;
     RunLoop loop_;

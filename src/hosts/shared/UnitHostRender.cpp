@@ -144,7 +144,9 @@ void UnitHost::renderChunk(const float* const input[2], float* const output[2], 
         time.mSampleTime = static_cast<double>(sampleTime_);
         time.mFlags = kAudioTimeStampSampleTimeValid;
         AudioUnitRenderActionFlags flags = 0;
+        QOR_UNSEEN_BEGIN // the unit's block
         const OSStatus status = live_->render(&flags, &time, frames, 0, &list.list, events, pullBlock_);
+        QOR_UNSEEN_END
         chunkBroken_ = chunkBroken_ || status != noErr || pulls_ == 0 || !allFinite(output[0], frames) ||
                        !allFinite(output[1], frames);
     }

@@ -3,6 +3,7 @@
 
 #include "platform/audio/AVAudioFormat.h"
 #include "platform/audio/AudioTypes.h"
+#include "platform/core/RealTime.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -26,7 +27,7 @@ public:
     /// `audioBufferList` tells how to set it right again.
     AudioBufferList* mutableAudioBufferList() noexcept { return lists_.writable(); }
     /// The channel's samples; `channel` below the format's count.
-    float* floatChannelData(std::uint32_t channel) noexcept;
+    float* floatChannelData(std::uint32_t channel) noexcept QOR_NONBLOCKING_IN_RENDER;
 
 private:
     /// Two lists of equal length in one piece of memory.

@@ -1,6 +1,8 @@
 // The signal path of the system peak limiter.
 #pragma once
 
+#include "platform/core/RealTime.h"
+
 #include <cstdint>
 
 namespace platform {
@@ -27,12 +29,12 @@ public:
     /// Takes the sample rate in hertz (above 0) and forgets the past.
     void prepare(double sampleRate) noexcept;
     /// Forgets the past: no reduction, and the next pre-gain holds at once.
-    void reset() noexcept;
+    void reset() noexcept QOR_NONBLOCKING_IN_RENDER;
     /// Time constants in seconds (above 0), pre-gain in decibels. Cheap if nothing has changed.
-    void set(float attackSeconds, float decaySeconds, float preGainDecibels) noexcept;
+    void set(float attackSeconds, float decaySeconds, float preGainDecibels) noexcept QOR_NONBLOCKING;
 
     /// Limits in place. `right` may be null for mono. The two may not overlap.
-    void process(float* left, float* right, std::uint32_t frames) noexcept;
+    void process(float* left, float* right, std::uint32_t frames) noexcept QOR_NONBLOCKING;
 
     /// The reduction that the memory holds: 0 for none, towards 1 for silence.
     double reduction() const noexcept { return memory_; }
@@ -41,10 +43,10 @@ private:
     static constexpr std::uint32_t kChunk = 64; // frames, small enough for the stack and the first cache
 
     template <bool kStereo>
-    void processChunk(float* left, float* right, std::uint32_t frames) noexcept;
+    void processChunk(float* left, float* right, std::uint32_t frames) noexcept QOR_NONBLOCKING;
     /// Fills `gains` with the pre-gain of each frame and moves the ramp on.
-    void rampPreGain(float* gains, std::uint32_t frames) noexcept;
-    void updateCoefficients() noexcept;
+    void rampPreGain(float* gains, std::uint32_t frames) noexcept QOR_NONBLOCKING;
+    void updateCoefficients() noexcept QOR_NONBLOCKING_IN_RENDER;
 
     double sampleRate_ = 44100.0;
     float attack_ = 0.0F; // seconds, as set

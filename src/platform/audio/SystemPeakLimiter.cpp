@@ -98,11 +98,11 @@ void SystemPeakLimiter::reset() {
 }
 
 AUInternalRenderBlock SystemPeakLimiter::internalRenderBlock() {
-    return [renderer = renderer_](AudioUnitRenderActionFlags* flags, const AudioTimeStamp* timestamp,
-                                  std::uint32_t frames, long bus, AudioBufferList* output,
-                                  const AURenderEvent* events, const AURenderPullInputBlock& pull) {
-        return renderer->render(flags, timestamp, frames, bus, output, events, pull);
-    };
+    return
+        [renderer = renderer_](AudioUnitRenderActionFlags* flags, const AudioTimeStamp* timestamp,
+                               std::uint32_t frames, long bus, AudioBufferList* output,
+                               const AURenderEvent* events, const AURenderPullInputBlock& pull)
+            QOR_NONBLOCKING { return renderer->render(flags, timestamp, frames, bus, output, events, pull); };
 }
 
 void SystemPeakLimiter::setShouldBypassEffect(bool bypass) {

@@ -95,9 +95,11 @@ OSStatus SystemPeakLimiter::Renderer::render(AudioUnitRenderActionFlags* flags,
     }
 
     AudioUnitRenderActionFlags pullFlags = flags == nullptr ? 0 : *flags;
+    QOR_UNSEEN_BEGIN // the callback of whoever renders
     if (const OSStatus status = pull(&pullFlags, timestamp, frames, 0, output); status != noErr) {
         return status;
     }
+    QOR_UNSEEN_END
 
     // A source may have pointed the list at its own memory instead of filling it.
     for (std::uint32_t c = 0; c < channels; ++c) {

@@ -33,19 +33,19 @@ public:
     void reset() noexcept { dsp_.reset(); }
 
     /// False for an unknown number or a NaN; otherwise the value is stored within its range.
-    bool setParameter(AUParameterAddress address, float value) noexcept;
-    float parameter(AUParameterAddress address) const noexcept;
+    bool setParameter(AUParameterAddress address, float value) noexcept QOR_NONBLOCKING;
+    float parameter(AUParameterAddress address) const noexcept QOR_NONBLOCKING;
 
     OSStatus render(AudioUnitRenderActionFlags* flags, const AudioTimeStamp* timestamp, std::uint32_t frames,
                     long bus, AudioBufferList* output, const AURenderEvent* events,
-                    const AURenderPullInputBlock& pull) noexcept;
+                    const AURenderPullInputBlock& pull) noexcept QOR_NONBLOCKING;
 
     std::atomic<bool> bypass{false};
 
 private:
     void limit(float* left, float* right, std::uint32_t frames, const AudioTimeStamp* timestamp,
-               const AURenderEvent* events) noexcept;
-    void takeParameters() noexcept;
+               const AURenderEvent* events) noexcept QOR_NONBLOCKING;
+    void takeParameters() noexcept QOR_NONBLOCKING;
 
     PeakLimiterDSP dsp_;
     std::array<std::atomic<float>, 3> parameters_;

@@ -1,6 +1,8 @@
 // A reference-counted callable: the platform's closures.
 #pragma once
 
+#include "platform/core/RealTime.h"
+
 #include <atomic>
 #include <concepts>
 #include <cstddef>
@@ -39,7 +41,7 @@ public:
         std::swap(body_, other.body_);
         return *this;
     }
-    ~Block() { release(); }
+    ~Block() noexcept QOR_NONBLOCKING_IN_RENDER { release(); }
 
     R operator()(Args... args) const { return body_->invoke(body_, std::forward<Args>(args)...); }
 
@@ -70,9 +72,11 @@ private:
         F callable;
     };
 
-    void release() noexcept {
+    void release() noexcept QOR_NONBLOCKING_IN_RENDER {
         if (body_ != nullptr && body_->count.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+            QOR_UNSEEN_BEGIN // never on the render thread, whose copies are not the last ones
             body_->destroy(body_);
+            QOR_UNSEEN_END
         }
     }
 

@@ -5,6 +5,8 @@
 
 namespace platform {
 
+QOR_UNSEEN_BEGIN // without builtins the compiler knows nothing of these three
+
 float libraryPower(float base, float exponent) noexcept {
     return ::powf(base, exponent);
 }
@@ -16,5 +18,7 @@ float librarySine(float radians) noexcept {
 float libraryLogarithm(float value) noexcept {
     return ::logf(value);
 }
+
+QOR_UNSEEN_END
 
 } // namespace platform

@@ -60,7 +60,7 @@ RunLoop::Scope::Scope(RunLoop& loop) noexcept : before_(scopedLoop) {
     scopedLoop = &loop;
 }
 
-RunLoop::Scope::~Scope() {
+RunLoop::Scope::~Scope() noexcept {
     scopedLoop = before_;
 }
 

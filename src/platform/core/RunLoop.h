@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/core/Block.h"
+#include "platform/core/RealTime.h"
 #include "platform/core/Ref.h"
 
 #include <atomic>
@@ -55,8 +56,8 @@ public:
     /// Makes a loop the current one of this thread for the scope's length.
     class Scope {
     public:
-        explicit Scope(RunLoop& loop) noexcept;
-        ~Scope();
+        explicit Scope(RunLoop& loop) noexcept QOR_NONBLOCKING;
+        ~Scope() noexcept QOR_NONBLOCKING;
         Scope(const Scope&) = delete;
         Scope& operator=(const Scope&) = delete;
 
