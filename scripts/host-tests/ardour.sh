@@ -67,10 +67,14 @@ source=$(scripts/demo-recording.sh)
 sox "$source" -r 48000 -e floating-point -b 32 "$work/in.wav" gain -1 rate trim 0 "${frames}s"
 [ "$(soxi -s "$work/in.wav")" = "$frames" ] || fail "the recording is too short"
 audio=$SESSION/interchange/session/audiofiles
+channel=0
 for side in L R; do
+  channel=$((channel + 1))
   recorded=("$audio"/*%"$side".wav)
-  [ -f "${recorded[0]}" ] && [ ${#recorded[@]} = 1 ] || fail "no recorded file for $side"
-  sox "$work/in.wav" "$work/side.wav" remix $([ $side = L ] && echo 1 || echo 2)
+  if [ ! -f "${recorded[0]}" ] || [ ${#recorded[@]} != 1 ]; then
+    fail "no recorded file for $side"
+  fi
+  sox "$work/in.wav" "$work/side.wav" remix $channel
   mv "$work/side.wav" "${recorded[0]}"
 done
 in_host recall bounced

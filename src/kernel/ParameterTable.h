@@ -4,6 +4,7 @@
 
 #include "kernel/ParameterAddresses.h"
 #include "platform/audio/Audio.h"
+#include "platform/core/RealTime.h"
 
 #include <array>
 #include <cstddef>
@@ -36,7 +37,7 @@ struct ParameterRow {
 
     bool isStepped() const noexcept { return !valueNames.empty(); }
     /// The value held inside the range; NaN gives the default.
-    float clamped(float value) const noexcept;
+    float clamped(float value) const noexcept QOR_NONBLOCKING_IN_RENDER;
 };
 
 namespace parameterNames {
@@ -171,7 +172,7 @@ inline constexpr std::array<ParameterRow, kParameterCount> kParameterTable{{
 }};
 
 /// The row with the address, or null.
-const ParameterRow* parameterRow(AUParameterAddress address) noexcept;
+const ParameterRow* parameterRow(AUParameterAddress address) noexcept QOR_NONBLOCKING_IN_RENDER;
 /// The row that a person means: its identifier, its short name, or its address in digits; letters in any
 /// case. Null if none fits.
 const ParameterRow* parameterRowNamed(std::string_view name) noexcept;

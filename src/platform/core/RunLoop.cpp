@@ -16,7 +16,9 @@ public:
     }
 };
 
-thread_local RunLoop* scopedLoop = nullptr;
+// Laid out with the thread. Otherwise, in an object that is loaded late, a thread's first look at it would
+// allocate, and the render thread looks.
+[[gnu::tls_model("initial-exec")]] constinit thread_local RunLoop* scopedLoop = nullptr;
 
 } // namespace
 
@@ -56,6 +58,8 @@ RunLoop& RunLoop::current() noexcept {
     return scopedLoop != nullptr ? *scopedLoop : main();
 }
 
+QOR_UNSEEN_BEGIN // the thread's own variable
+
 RunLoop::Scope::Scope(RunLoop& loop) noexcept : before_(scopedLoop) {
     scopedLoop = &loop;
 }
@@ -63,6 +67,8 @@ RunLoop::Scope::Scope(RunLoop& loop) noexcept : before_(scopedLoop) {
 RunLoop::Scope::~Scope() noexcept {
     scopedLoop = before_;
 }
+
+QOR_UNSEEN_END
 
 void RunLoop::async(Block<void()> task) {
     Task* node = new Task{std::move(task), incoming_.load(std::memory_order_relaxed)};
