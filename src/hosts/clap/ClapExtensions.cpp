@@ -1,6 +1,7 @@
 #include "hosts/clap/ClapExtensions.h"
 
 #include "hosts/clap/ClapGuard.h"
+#include "hosts/clap/ClapGui.h"
 #include "hosts/clap/ClapParameters.h"
 
 #include <algorithm>
@@ -76,13 +77,13 @@ bool paramFromText(const clap_plugin_t* /*plugin*/, clap_id id, const char* disp
 }
 
 void paramFlush(const clap_plugin_t* plugin, const clap_input_events_t* in,
-                const clap_output_events_t* /*out*/) noexcept {
+                const clap_output_events_t* out) noexcept {
     if (!isReady(plugin)) {
         return;
     }
     ClapInstance& instance = instanceOf(plugin);
     checkThread(plugin, instance.isActive() ? Promised::audioThread : Promised::mainThread, "params.flush");
-    guarded([&] { instance.flush(in); });
+    guarded([&] { instance.flush(in, out); });
 }
 
 constexpr clap_plugin_params_t kParams{paramCount, paramInfo,     paramValue,
@@ -139,7 +140,7 @@ struct Named {
 const Named kOffered[] = {
     {CLAP_EXT_AUDIO_PORTS, &kAudioPorts}, {CLAP_EXT_PARAMS, &kParams}, {CLAP_EXT_STATE, &kState},
     {CLAP_EXT_LATENCY, &kLatency},        {kExtTail, &kTail},          {kExtRender, &kRender},
-    {CLAP_EXT_TIMER_SUPPORT, &kTimers},
+    {CLAP_EXT_TIMER_SUPPORT, &kTimers},   {CLAP_EXT_GUI, guiTable()},
 };
 
 } // namespace

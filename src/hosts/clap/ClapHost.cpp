@@ -13,6 +13,7 @@ const Extension* ClapHost::extension(const char* id) const noexcept {
 void ClapHost::askForExtensions() noexcept {
     params_ = extension<clap_host_params_t>(CLAP_EXT_PARAMS);
     timers_ = extension<clap_host_timer_support_t>(CLAP_EXT_TIMER_SUPPORT);
+    gui_ = extension<clap_host_gui_t>(CLAP_EXT_GUI);
     threads_ = extension<clap_host_thread_check_t>(CLAP_EXT_THREAD_CHECK);
     log_ = extension<HostLog>(kExtLog);
 }
@@ -32,6 +33,18 @@ void ClapHost::requestCallback() const noexcept {
 void ClapHost::valuesChanged() const noexcept {
     if (params_ != nullptr && params_->rescan != nullptr) {
         params_->rescan(host_, CLAP_PARAM_RESCAN_VALUES);
+    }
+}
+
+void ClapHost::requestFlush() const noexcept {
+    if (params_ != nullptr && params_->request_flush != nullptr) {
+        params_->request_flush(host_);
+    }
+}
+
+void ClapHost::guiClosed(bool wasDestroyed) const noexcept {
+    if (gui_ != nullptr && gui_->closed != nullptr) {
+        gui_->closed(host_, wasDestroyed);
     }
 }
 

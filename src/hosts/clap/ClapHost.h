@@ -24,6 +24,10 @@ public:
     void requestCallback() const noexcept;
     /// Parameter values have changed by themselves. Main thread.
     void valuesChanged() const noexcept;
+    /// Edits wait for the host to take them. Main thread.
+    void requestFlush() const noexcept;
+    /// The editor's window was closed by the user, or is gone. Main thread.
+    void guiClosed(bool wasDestroyed) const noexcept;
     /// A regular call every so many milliseconds, if the host offers it. Main thread.
     std::optional<clap_id> registerTimer(std::uint32_t milliseconds) const noexcept;
     void unregisterTimer(clap_id timer) const noexcept;
@@ -38,6 +42,7 @@ private:
     const clap_host_t* host_;
     const clap_host_params_t* params_ = nullptr;
     const clap_host_timer_support_t* timers_ = nullptr;
+    const clap_host_gui_t* gui_ = nullptr;
     const clap_host_thread_check_t* threads_ = nullptr;
     const HostLog* log_ = nullptr;
 };

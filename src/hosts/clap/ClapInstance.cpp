@@ -40,6 +40,9 @@ bool ClapInstance::init() {
     unit_ = std::move(made).value();
     timer_ = host_.registerTimer(kTimerPeriod);
     unit_->setPumpedByHost(timer_.has_value());
+    if (timer_) {
+        editor_ = std::make_unique<ClapEditor>(*unit_, host_, edits_);
+    }
     return true;
 }
 
@@ -104,6 +107,9 @@ bool ClapInstance::value(clap_id id, double& value) const {
 void ClapInstance::onMainThread() {
     pumpAsked_.store(false);
     unit_->pump();
+    if (editor_ != nullptr) {
+        editor_->pump();
+    }
 }
 
 // Without frames nothing is rendered, and the tree hears of the values at once.
@@ -122,14 +128,15 @@ void ClapInstance::flushInactive(const clap_input_events_t* events) {
     }
 }
 
-void ClapInstance::flush(const clap_input_events_t* events) {
+void ClapInstance::flush(const clap_input_events_t* events, const clap_output_events_t* edits) {
     if (!isActive()) {
         flushInactive(events);
-        return;
+    } else {
+        clap_process_t block{};
+        block.in_events = events;
+        render(block);
     }
-    clap_process_t block{};
-    block.in_events = events;
-    render(block);
+    sendEdits(edits_, edits, 0);
 }
 
 // The input filter rings on for a moment; the limiter itself adds nothing to silence.

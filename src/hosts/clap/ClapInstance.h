@@ -1,6 +1,7 @@
 // The limiter as a CLAP plug-in: one instance.
 #pragma once
 
+#include "hosts/clap/ClapEditor.h"
 #include "hosts/clap/ClapHost.h"
 #include "hosts/shared/PluginRuntime.h"
 #include "hosts/shared/UnitHost.h"
@@ -30,13 +31,15 @@ public:
     bool value(clap_id id, double& value) const;
     /// Runs what waits for the main thread; from the host's timer and after `requestCallback`.
     void onMainThread();
+    /// Null where the host offers no timer: nothing would move the editor's window then.
+    ClapEditor* editor() noexcept { return editor_.get(); }
 
     // Audio thread while active.
     bool startProcessing() noexcept QOR_NONBLOCKING;
     void reset() noexcept QOR_NONBLOCKING;
     clap_process_status process(const clap_process_t& block) noexcept QOR_NONBLOCKING;
     /// Audio thread while active, otherwise main thread.
-    void flush(const clap_input_events_t* events);
+    void flush(const clap_input_events_t* events, const clap_output_events_t* edits);
 
     /// Frames of sound behind the input's end.
     std::uint32_t tail() const noexcept;
@@ -53,6 +56,8 @@ private:
     ClapHost host_;
     std::shared_ptr<host::PluginRuntime> runtime_; // outlives the unit
     std::unique_ptr<host::UnitHost> unit_;
+    ClapEditQueue edits_;
+    std::unique_ptr<ClapEditor> editor_;
     std::optional<clap_id> timer_;
     std::atomic<bool> active_{false};
     std::atomic<bool> pumpAsked_{false}; // one request under way is enough

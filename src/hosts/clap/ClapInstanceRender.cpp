@@ -97,6 +97,7 @@ clap_process_status ClapInstance::process(const clap_process_t& block) noexcept 
         return CLAP_PROCESS_ERROR;
     }
     render(block);
+    sendEdits(edits_, block.out_events, block.frames_count == 0 ? 0 : block.frames_count - 1);
     silenceSurplus(block);
     const bool unusable = block.frames_count != 0 && block.audio_outputs_count != 0 &&
                           (block.audio_outputs == nullptr || block.audio_outputs[0].data32 == nullptr);

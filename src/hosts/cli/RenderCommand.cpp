@@ -57,12 +57,9 @@ Result<void> requireDistinctFiles(const RenderArguments& arguments) {
         bool written;
     };
     const RenderRequest& request = arguments.request;
-    const Use uses[] = {{"the input", &request.input, false},
-                        {"the automation", &request.automation, false},
-                        {"--output", &request.output, true},
-                        {"--meters", &request.meters, true},
-                        {"--report", &request.report, true},
-                        {"--log", &arguments.log, true}};
+    const Use uses[] = {{"the input", &request.input, false}, {"the automation", &request.automation, false},
+                        {"--output", &request.output, true},  {"--meters", &request.meters, true},
+                        {"--report", &request.report, true},  {"--log", &arguments.log, true}};
     for (const Use& later : uses) {
         for (const Use* earlier = std::begin(uses); earlier != &later; ++earlier) {
             if (later.written && !later.file->empty() && !earlier->file->empty() &&

@@ -17,6 +17,7 @@ constexpr const char* kPrefixes = "@prefix doap: <http://usefulinc.com/ns/doap#>
                                   "@prefix pset: <http://lv2plug.in/ns/ext/presets#> .\n"
                                   "@prefix rdf: <http://www.w3.org/1999/02/22-rdf-syntax-ns#> .\n"
                                   "@prefix rdfs: <http://www.w3.org/2000/01/rdf-schema#> .\n"
+                                  "@prefix ui: <http://lv2plug.in/ns/extensions/ui#> .\n"
                                   "@prefix units: <http://lv2plug.in/ns/extensions/units#> .\n"
                                   "@prefix urid: <http://lv2plug.in/ns/ext/urid#> .\n\n";
 
@@ -91,8 +92,15 @@ std::string presetUri(const std::string& name) {
 
 std::string manifestTurtle(const std::vector<PresetValues>& presets) {
     std::string result = kPrefixes;
-    result += subject(kPluginUri) + "\n    a lv2:Plugin ;\n    lv2:binary <qor-limiter-lv2.so> ;\n"
-                                    "    rdfs:seeAlso <qor-limiter.ttl> .\n";
+    result += subject(kPluginUri) +
+              "\n    a lv2:Plugin ;\n    lv2:binary <qor-limiter-lv2.so> ;\n"
+              "    ui:ui " +
+              subject(kUiUri) + " ;\n    rdfs:seeAlso <qor-limiter.ttl> .\n";
+    result += "\n" + subject(kUiUri) +
+              "\n    a ui:X11UI ;\n    ui:binary <qor-limiter-lv2-ui.so> ;\n"
+              "    lv2:requiredFeature ui:idleInterface ;\n"
+              "    lv2:optionalFeature ui:parent , ui:resize , ui:touch , opts:options , urid:map ;\n"
+              "    lv2:extensionData ui:idleInterface , ui:resize .\n";
     for (const PresetValues& preset : presets) {
         result += "\n" + subject(presetUri(preset.name)) + "\n    a pset:Preset ;\n    lv2:appliesTo " +
                   subject(kPluginUri) + " ;\n    rdfs:label " + quoted(preset.name) +

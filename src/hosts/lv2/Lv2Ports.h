@@ -9,6 +9,7 @@
 namespace qor::lv2 {
 
 inline constexpr const char* kPluginUri = "urn:qor:limiter";
+inline constexpr const char* kUiUri = "urn:qor:limiter#ui";
 
 // In the order of their indices. A session keeps values by symbol, so symbols never change; indices may not
 // move within one minor version either.

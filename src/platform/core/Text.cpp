@@ -8,7 +8,8 @@ namespace platform {
 
 namespace {
 
-// Digits without an exponent where people would write the number so; the shortest that reads back in both forms.
+// Digits without an exponent where people would write the number so; the shortest that reads back in both
+// forms.
 template <class Float>
 std::string shortest(Float value) {
     std::array<char, 64> buffer{};

@@ -77,7 +77,7 @@ TEST_F(PropertyListChecker, EachFieldOfAnotherKindIsRefusedByItsKeyPathAndTheHos
                     const std::string refusal = refusalOf(state);
                     EXPECT_THAT(refusal, testing::StartsWith(keyPath)) << describe(other);
                     EXPECT_THAT(refusal, HasSubstr(", wanted ")) << keyPath;
-                                const auto bytes = PropertyListSerialization::dataWithPropertyList(state, 100, 0);
+                    const auto bytes = PropertyListSerialization::dataWithPropertyList(state, 100, 0);
                     ASSERT_TRUE(bytes);
                     ASSERT_FALSE(restoreState(*host_, bytes.value())) << keyPath;
                     ASSERT_EQ(parameterValues(*host_), before);

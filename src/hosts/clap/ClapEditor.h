@@ -1,0 +1,62 @@
+// The editor of one CLAP instance: embedded in a window of the host's, or floating.
+#pragma once
+
+#include "hosts/clap/ClapEditQueue.h"
+#include "hosts/clap/ClapHost.h"
+#include "hosts/shared/EditorWindow.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace qor::clap {
+
+/// Lives as long as the instance, so that the editor is joined to the unit once however often its window
+/// opens. Sizes towards the host are pixels. Main thread.
+class ClapEditor {
+public:
+    /// Both must outlive the editor.
+    ClapEditor(host::UnitHost& unit, ClapHost& host, ClapEditQueue& edits);
+    ~ClapEditor();
+    ClapEditor(const ClapEditor&) = delete;
+    ClapEditor& operator=(const ClapEditor&) = delete;
+
+    static bool isSupported(const char* api, bool isFloating) noexcept;
+
+    /// Fails, with a line in the host's log, where there is no display or the resources are missing.
+    bool create(bool isFloating);
+    void destroy();
+    bool isCreated() const noexcept { return created_; }
+
+    bool setScale(double scale);
+    void size(std::uint32_t& width, std::uint32_t& height) const;
+    /// The nearest size that the editor can take.
+    static void adjust(std::uint32_t& width, std::uint32_t& height);
+    bool setSize(std::uint32_t width, std::uint32_t height);
+    bool setParent(std::uintptr_t window);
+    bool setTransient(std::uintptr_t window);
+    void suggestTitle(const char* title);
+    bool show();
+    bool hide();
+
+    /// From the host's timer.
+    void pump();
+    /// The instance has another unit now.
+    void unitReplaced();
+
+private:
+    bool open();
+    void tell(AUParameterAddress address, host::EditPhase phase, float value);
+
+    ClapHost& host_;
+    ClapEditQueue& edits_;
+    host::UnitHostModel model_;
+    std::unique_ptr<host::EditorHost> editor_; // from the first window on
+    std::unique_ptr<host::EditorWindow> window_;
+    platform::NativeWindowOptions options_;
+    bool created_ = false;
+    bool floating_ = false;
+    double scale_ = 0.0; // 0: what the desktop says
+};
+
+} // namespace qor::clap
