@@ -110,6 +110,7 @@ local function record()
   setControl(track:monitoring_control(), 2) -- what is on the disk
   setParameters(plugin, numbers("KEPT"))
   checkParameters(plugin, numbers("KEPT"))
+  ARDOUR.LuaAPI.usleep(500000) -- a VST3 plug-in, whose state is saved, gets them with one of its next blocks (5 ms each)
   local region = onlyRegion(track):to_audioregion()
   region:set_fade_in_active(false) -- what is bounced is the file as it lies there
   region:set_fade_out_active(false)

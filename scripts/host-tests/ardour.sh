@@ -21,7 +21,15 @@ case $format in
     export LV2_PATH=$build/lv2
     ID=urn:qor:limiter
     ;;
-  *) fail "format $format: LV2 is known" ;;
+  VST3) # found below the home folder, and through the cache that the scanner fills
+    mkdir -p "$HOME/.vst3"
+    cp -a "$build/vst3/qor-limiter.vst3" "$HOME/.vst3/" # with its times: the cache must be the newer one
+    LD_LIBRARY_PATH=/usr/lib/ardour7 timeout -k 2 60 /usr/lib/ardour7/ardour-vst3-scanner -f -v \
+      "$HOME/.vst3/qor-limiter.vst3" >"$work/scan.log" 2>&1 || { tail -20 "$work/scan.log" >&2; fail "the VST3 scan"; }
+    ID=$(sed -n 's/.*<VST3Info uid="\([^"]*\)".*/\1/p' "$work/scan.log")
+    [ -n "$ID" ] || { tail -20 "$work/scan.log" >&2; fail "the VST3 scan finds no plug-in"; }
+    ;;
+  *) fail "format $format: LV2 and VST3 are known" ;;
 esac
 
 names=(attack release threshold knee trim mix mode bypass audition inputfilterhp inputfilterlp finallimiter)
