@@ -36,7 +36,9 @@ void sendEdits(ClapEditQueue& edits, const clap_output_events_t* events, std::ui
     if (events == nullptr || events->try_push == nullptr) {
         return;
     }
+    QOR_UNSEEN_BEGIN // the host's callback
     edits.drain([&](const Edit& edit) { return send(edit, events, frame); });
+    QOR_UNSEEN_END
 }
 
 } // namespace qor::clap

@@ -3,6 +3,7 @@
 
 #include "hosts/clap/ClapHeaders.h"
 #include "hosts/shared/EditGestures.h"
+#include "platform/core/RealTime.h"
 
 #include <array>
 #include <atomic>
@@ -54,6 +55,7 @@ private:
 };
 
 /// Hands the waiting edits to the host at a frame of the block.
-void sendEdits(ClapEditQueue& edits, const clap_output_events_t* events, std::uint32_t frame) noexcept;
+void sendEdits(ClapEditQueue& edits, const clap_output_events_t* events, std::uint32_t frame) noexcept
+    QOR_NONBLOCKING_IN_RENDER;
 
 } // namespace qor::clap
