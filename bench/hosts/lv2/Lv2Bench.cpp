@@ -22,8 +22,8 @@ const LV2_Descriptor* loaded() {
     static const LV2_Descriptor* const descriptor = [] {
         void* const object = dlopen(QOR_LV2_OBJECT, RTLD_NOW | RTLD_LOCAL);
         if (object == nullptr) {
-            std::fprintf(stderr, "%s\n", dlerror());
-            std::exit(1);
+            std::fprintf(stderr, "%s\n", dlerror()); // NOLINT(concurrency-mt-unsafe): one thread so far
+            std::exit(1);                            // NOLINT(concurrency-mt-unsafe): one thread so far
         }
         return reinterpret_cast<LV2_Descriptor_Function>(dlsym(object, "lv2_descriptor"))(0);
     }();

@@ -32,18 +32,18 @@ constexpr std::size_t kMostEvents = 64;
 
 [[noreturn]] void fail(const std::string& what) {
     std::fprintf(stderr, "realtime-player: %s\n", what.c_str());
-    std::exit(2);
+    std::exit(2); // NOLINT(concurrency-mt-unsafe): one thread so far
 }
 
 template <class Symbol>
 Symbol symbolOf(const char* object, const char* name) {
     void* const library = dlopen(object, RTLD_NOW | RTLD_LOCAL);
     if (library == nullptr) {
-        fail(dlerror());
+        fail(dlerror()); // NOLINT(concurrency-mt-unsafe): one thread so far
     }
     void* const address = dlsym(library, name);
     if (address == nullptr) {
-        fail(dlerror());
+        fail(dlerror()); // NOLINT(concurrency-mt-unsafe): one thread so far
     }
     return reinterpret_cast<Symbol>(address);
 }
@@ -79,7 +79,7 @@ struct Signal {
 void playLv2(const char* object) {
     const auto entry = symbolOf<LV2_Descriptor_Function>(object, "lv2_descriptor");
     const LV2_Descriptor* const plugin = entry(0);
-    const LV2_Handle instance = plugin->instantiate(plugin, kRate, "", nullptr);
+    LV2_Handle instance = plugin->instantiate(plugin, kRate, "", nullptr);
     if (instance == nullptr) {
         fail("the LV2 plug-in was not made");
     }
