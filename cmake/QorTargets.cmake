@@ -42,7 +42,7 @@ function(qor_add_plugin name)
   target_link_libraries(${name} PRIVATE ${ARG_LINK})
   set(map "${CMAKE_CURRENT_BINARY_DIR}/${name}.map")
   list(JOIN ARG_EXPORT "; " symbols)
-  file(WRITE "${map}" "{ global: ${symbols}; local: *; };\n")
+  file(CONFIGURE OUTPUT "${map}" CONTENT "{ global: ${symbols}; local: *; };\n") # written only if it changes
   target_link_options(${name} PRIVATE "LINKER:--version-script,${map}" "LINKER:--as-needed" "LINKER:--gc-sections")
   if(NOT QOR_SANITIZE)
     target_link_options(${name} PRIVATE "LINKER:--no-undefined")
