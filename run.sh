@@ -15,7 +15,7 @@ fi
 
 scripts/install-packages.sh >&2
 cmake --preset release >/dev/null
-cmake --build --preset release >&2
+cmake --build --preset release --target products >&2
 
 cli=build/release/src/hosts/cli/qor-limiter
 mkdir -p out

@@ -16,6 +16,12 @@ if(TARGET qor-limiter-app)
     DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps" COMPONENT app)
 endif()
 
+# All that is installed, without tests and benchmarks.
+add_custom_target(products DEPENDS qor-limiter qor-limiter-clap qor-lv2-bundle qor-limiter-vst3)
+if(TARGET qor-limiter-app)
+  add_dependencies(products qor-limiter-app)
+endif()
+
 # qor_install_compressed(SOURCE DESTINATION NAME COMPONENT): as distributions keep manual pages and change logs.
 function(qor_install_compressed source destination name component)
   set(packed "${CMAKE_BINARY_DIR}/compressed/${name}.gz")
@@ -24,6 +30,7 @@ function(qor_install_compressed source destination name component)
     COMMAND sh -c "gzip -9nc \"$1\" > \"$2\"" sh "${source}" "${packed}"
     DEPENDS "${source}" VERBATIM)
   add_custom_target("compressed-${name}" ALL DEPENDS "${packed}")
+  add_dependencies(products "compressed-${name}")
   install(FILES "${packed}" DESTINATION "${destination}" COMPONENT "${component}")
 endfunction()
 
