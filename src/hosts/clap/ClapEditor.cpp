@@ -52,6 +52,7 @@ bool ClapEditor::create(bool isFloating) {
     options_.size = kPreferred;
     options_.minimumSize = {.width = kPreferred.width * kLeast, .height = kPreferred.height * kLeast};
     options_.scale = scale_;
+    options_.keyboardOnDemand = isFloating; // otherwise the host's space bar would end in this window
     floating_ = isFloating;
     created_ = true;
     return true;
