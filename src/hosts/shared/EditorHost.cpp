@@ -94,6 +94,12 @@ EditorHost::~EditorHost() {
     setServiced(false);
     const std::lock_guard lock(model_.mutex());
     forgetTree();
+    if (controller_) {
+        // An open dialog and its presenter hold each other.
+        if (const Ref<UIViewController> dialog = controller_->presentedViewController()) {
+            dialog->dismissViewController(false);
+        }
+    }
     // The loop's timers and tasks hold the controller, and the surface and the controller each other.
     loop_.reset();
     knobs_.reset();

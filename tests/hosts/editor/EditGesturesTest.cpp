@@ -86,3 +86,11 @@ TEST_F(EditGesturesTest, ClosingInTheMiddleOfADragEndsTheGesture) {
     editor->close();
     EXPECT_EQ(told.back(), "end trim");
 }
+
+TEST_F(EditGesturesTest, AnEditorThatEndsWithADialogOpenLetsGoOfEverything) {
+    click("mode");
+    ASSERT_NE(controller().presentedViewController(), nullptr);
+    const Weak<AudioUnitViewController> watched = editor->controller();
+    editor.reset();
+    EXPECT_TRUE(watched.expired());
+}
