@@ -26,6 +26,7 @@ public:
     /// The text as an element, `indent` tabs deep; for no text the element that `CData` gives.
     const char* XML(int indent) const override;
 
+    // NOLINTNEXTLINE(misc-unconventional-assign-operator): the interface takes a plain reference, virtually
     virtual CString& operator=(CString& other);
     virtual CString& operator=(char* text);
     virtual CString& operator=(const char* text);
