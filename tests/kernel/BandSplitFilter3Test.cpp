@@ -1,25 +1,19 @@
 #include "kernel/BandSplitFilter3.h"
+#include "kernel/Samples.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <memory>
-#include <vector>
 
 namespace {
 
 using qor::BandSplitFilter3;
 using qor::SVFilter4Pole1;
-using Samples = std::vector<float>;
-
-Samples wave(int count, float frequency) {
-    Samples samples(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i) {
-        samples[static_cast<std::size_t>(i)] = std::sin(frequency * static_cast<float>(i));
-    }
-    return samples;
-}
+using test::Samples;
+using test::wave;
 
 /// The four passes in their order, by the filters' own buffer operations.
 void splitInPasses(BandSplitFilter3& f, const float* left, const float* right, int count) {
@@ -79,6 +73,21 @@ TEST_F(BandSplitFilter3Test, AnEdgeOutsideTheRangeChangesNothing) {
         EXPECT_EQ(filter->cutoff2, 0.666F);
         EXPECT_EQ(filter->lowFilters[0].cutoff, 0.333F);
     }
+}
+
+TEST_F(BandSplitFilter3Test, AnEdgeThatIsNoNumberIsNeitherBelowNorAboveTheRange) {
+    filter->setCutoff1(std::numeric_limits<float>::quiet_NaN());
+    EXPECT_TRUE(std::isnan(filter->cutoff1));
+    EXPECT_EQ(filter->lowFilters[1].frequency, 0.0012F);
+    filter->setCutoff2(0.1F); // nothing is below it
+    EXPECT_EQ(filter->cutoff2, 0.1F);
+}
+
+TEST_F(BandSplitFilter3Test, TheEndsOfTheRangeBelongToIt) {
+    filter->setCutoff2(1.0F);
+    EXPECT_EQ(filter->highFilters[0].cutoff, 1.0F);
+    filter->setCutoff1(0.0F);
+    EXPECT_EQ(filter->lowFilters[0].cutoff, 0.0F);
 }
 
 TEST_F(BandSplitFilter3Test, TheLowerEdgeStopsAtTheUpper) {
@@ -142,10 +151,13 @@ TEST_F(BandSplitFilter3Test, AConstantSettlesAtThePassbandGain) {
     for (int block = 0; block < 40; ++block) {
         filter->split(constant.data(), constant.data(), 4096);
     }
-    EXPECT_NEAR(filter->highLeft[4095], 0.0F, 1e-4F);
-    EXPECT_NEAR(filter->lowLeft[4095], 0.825F * s, 1e-4F);
-    EXPECT_NEAR(filter->bandLeft[4095], 0.175F * s, 1e-4F);
-    EXPECT_NEAR(filter->bandRight[4095], 0.175F * s, 1e-4F);
+    constexpr float kRounding = 1e-5F;
+    EXPECT_NEAR(filter->highLeft[4095], 0.0F, kRounding);
+    EXPECT_NEAR(filter->highRight[4095], 0.0F, kRounding);
+    EXPECT_NEAR(filter->lowLeft[4095], 0.825F * s, kRounding);
+    EXPECT_NEAR(filter->lowRight[4095], 0.825F * s, kRounding);
+    EXPECT_NEAR(filter->bandLeft[4095], 0.175F * s, kRounding);
+    EXPECT_NEAR(filter->bandRight[4095], 0.175F * s, kRounding);
 }
 
 TEST_F(BandSplitFilter3Test, ThePartsAreMadeByTheFourPassesInOrder) {

@@ -65,7 +65,7 @@ TEST(Follower, SilenceAfterFullScaleHoldsFourSamplesAndThenFallsForHalfASecond) 
         feed(follower, 0.0F);
         ++falls;
     }
-    EXPECT_NEAR(falls, 24000, 1);
+    EXPECT_EQ(falls, 24000);
 }
 
 TEST(Follower, TheFallFromARealOvershootIsLongerThanHalfASecond) {
@@ -128,6 +128,17 @@ TEST(Follower, At1000HzTheRiseTakes16SamplesOnPaperAndIsSilencedByTheFlush) {
     EXPECT_EQ(follower.releaseStep, 1.0 / 500.0);
     feed(follower, 1.0F, 100);
     EXPECT_EQ(follower.value, 0.0);
+}
+
+TEST(Follower, TheFallTakes16SamplesAtLeast) {
+    Follower follower;
+    follower.samplerate = 20.0F;
+    follower.setRelease(0.5F);
+    EXPECT_EQ(follower.releaseSamples, 16.0F);
+    EXPECT_EQ(follower.releaseStep, 0.0); // 1/16 has no low mantissa bits
+    follower.setRelease(0.85F);
+    EXPECT_EQ(follower.releaseSamples, 17.0F);
+    EXPECT_EQ(follower.releaseStep, 1.0 / 17.0);
 }
 
 TEST(Follower, TheFlushLeavesTheUsualRatesAlone) {

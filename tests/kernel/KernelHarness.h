@@ -2,23 +2,12 @@
 #pragma once
 
 #include "kernel/QOR_Limiter_Extension_DSPKernel.h"
+#include "kernel/Samples.h"
 
 #include <array>
-#include <cmath>
 #include <memory>
-#include <vector>
 
 namespace test {
-
-using Samples = std::vector<float>;
-
-inline Samples wave(int count, float frequency, float level) {
-    Samples samples(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i) {
-        samples[static_cast<std::size_t>(i)] = level * std::sin(frequency * static_cast<float>(i));
-    }
-    return samples;
-}
 
 struct KernelHarness {
     explicit KernelHarness(int frames = 512)

@@ -90,13 +90,24 @@ TEST(Limiter1, AHigherThresholdLimitsLessUnderBothLaws) {
     EXPECT_EQ(element.thresholdCoefficient, 1.0F);
 }
 
-TEST(Limiter1, TheTrimExponentIsComputedInDoublePrecision) {
+TEST(Limiter1, CoefficientsArePowersOfTenToTheLastBit) {
+    const auto powerOfTen = [](float exponent) { return platform::libraryPower(10.0F, exponent); };
     Limiter1 element;
     for (int i = 0; i <= 1000; ++i) {
-        const float trim = static_cast<float>(i) / 1000.0F;
-        element.setTrim(trim);
-        const auto exponent = static_cast<float>(2.0 * static_cast<double>(trim) - 1.0);
-        EXPECT_EQ(element.trimCoefficient, platform::libraryPower(10.0F, exponent));
+        const float x = static_cast<float>(i) / 1000.0F;
+        element.setAttack(x);
+        EXPECT_EQ(element.attackCoefficient, powerOfTen(-2.0F * x));
+        element.setRelease(x);
+        EXPECT_EQ(element.releaseCoefficient, powerOfTen(-2.0F - 3.0F * x));
+        element.knee = 1.0F;
+        element.setThreshold(x);
+        EXPECT_EQ(element.thresholdCoefficient, powerOfTen(1.0F - 2.0F * x));
+        element.knee = 0.0F;
+        element.setThreshold(x);
+        EXPECT_EQ(element.thresholdCoefficient, powerOfTen(2.0F * x - 2.0F));
+        element.setTrim(x);
+        const auto exponent = static_cast<float>(2.0 * static_cast<double>(x) - 1.0);
+        EXPECT_EQ(element.trimCoefficient, powerOfTen(exponent));
     }
 }
 
@@ -161,6 +172,16 @@ TEST(Limiter1, ComparisonsWithNaNTakeTheSecondBranch) {
     EXPECT_EQ(run(element, 0.25F), 0.25F);
 }
 
+TEST(Limiter1, ExactlyOneHalfSelectsTheThresholdLawAndNoAudition) {
+    Limiter1 element = plainElement(0.0F);
+    element.knee = 0.5F;
+    element.audition = 0.5F;
+    element.gain = 0.5F;
+    element.releaseCoefficient = 0.0F;
+    EXPECT_EQ(run(element, 2.0F), 1.0F); // 2.0 times the gain, and not what is taken away
+    EXPECT_EQ(element.gainTarget, 0.5F); // (0.5 * 0.5) * 2.0; the other law's target is 1 / 3
+}
+
 TEST(Limiter1, ATinyLevelIsRoundedInTheOrderOfTheFormula) {
     Limiter1 element = plainElement(0.0F);
     const float denormal = std::numeric_limits<float>::denorm_min();
@@ -215,6 +236,16 @@ TEST(Limiter1, AWrittenKneeKeepsTheOtherLawsCoefficientUntilTheNextSetThresholdO
     element.knee = 1.0F;
     element.reset();
     EXPECT_EQ(element.thresholdCoefficient, hyperbolic);
+}
+
+TEST(Limiter1, InputGainScalesWhatIsDetectedAndHeardButNotTheDryShare) {
+    Limiter1 element = plainElement(1.0F);
+    element.input = 1.0F;
+    element.updateParameters();
+    ASSERT_EQ(element.inputGain, 2.0F);
+    element.mix = 0.25F;
+    EXPECT_EQ(run(element, 0.5F), 0.5F * 0.25F + 0.5F * 0.75F); // x is 1.0, the gain 0.5
+    EXPECT_EQ(element.gainTarget, 0.5F);
 }
 
 TEST(Limiter1, CompressionOfFullGainIsOneAndOfNoGainIsZero) {

@@ -1,26 +1,18 @@
 #include "kernel/Limiter2.h"
+#include "kernel/Samples.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
-#include <vector>
 
 namespace {
 
 using qor::Limiter1;
 using qor::Limiter2;
 using qor::MidSideSplitter;
-using Samples = std::vector<float>;
-
-Samples wave(int count, float frequency, float level) {
-    Samples samples(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i) {
-        samples[static_cast<std::size_t>(i)] = level * std::sin(frequency * static_cast<float>(i));
-    }
-    return samples;
-}
+using test::Samples;
+using test::wave;
 
 class Limiter2Test : public testing::Test {
 protected:
@@ -121,6 +113,25 @@ TEST_F(Limiter2Test, TransparentMidSideGivesTheChannelsBackUpToRounding) {
     EXPECT_EQ(limiter->limiters[0].gain, 1.0F);
 }
 
+TEST_F(Limiter2Test, MidSideRunsOneElementOverEach) {
+    limiter->limiters[1].setTrim(0.3F);
+    Limiter1 first = limiter->limiters[0];
+    Limiter1 second = limiter->limiters[1];
+    limiter->processBuffersMidSide(left.data(), right.data(), kCount);
+    Samples mid(left.size());
+    Samples side(left.size());
+    for (std::size_t i = 0; i < left.size(); ++i) {
+        mid[i] = (leftIn[i] + rightIn[i]) * 0.5F;
+        side[i] = (leftIn[i] - rightIn[i]) * 0.5F;
+    }
+    first.processBuffer(mid.data(), kCount);
+    second.processBuffer(side.data(), kCount);
+    for (std::size_t i = 0; i < left.size(); ++i) {
+        EXPECT_EQ(left[i], mid[i] + side[i]);
+        EXPECT_EQ(right[i], mid[i] - side[i]);
+    }
+}
+
 TEST_F(Limiter2Test, MonoInputInMidSideLeavesSideSilentAndItsTargetAtFullGain) {
     right = left;
     limiter->limiters[1].gain = 0.5F;
@@ -186,32 +197,46 @@ TEST_F(Limiter2Test, SidechainMidSideLinkedDrivesBothFromMidAndKeepsSidesDryShar
     for (Limiter1& element : limiter->limiters) {
         element.mix = 0.5F;
     }
+    Limiter1 first = limiter->limiters[0];
     Limiter1 second = limiter->limiters[1];
     limiter->processBuffersSidechainMidSideLinked(left.data(), right.data(), sideLeft.data(), nullptr,
                                                   kCount);
+    Samples mid(left.size());
     Samples side(left.size());
     for (std::size_t i = 0; i < left.size(); ++i) {
+        mid[i] = (leftIn[i] + rightIn[i]) * 0.5F;
         side[i] = (leftIn[i] - rightIn[i]) * 0.5F;
     }
+    first.processBufferSidechain(mid.data(), sideLeft.data(), kCount);
     second.processBufferSidechain(side.data(), sideLeft.data(), kCount);
-    EXPECT_TRUE(std::equal(side.begin(), side.end(), limiter->splitter.getSide()));
+    for (std::size_t i = 0; i < left.size(); ++i) {
+        EXPECT_EQ(left[i], mid[i] + side[i]);
+        EXPECT_EQ(right[i], mid[i] - side[i]);
+    }
     EXPECT_EQ(limiter->limiters[1].gain, second.gain);
 }
 
 TEST_F(Limiter2Test, ACountOfZeroTouchesNothing) {
     limiter->splitter.mid[0] = 7.0F;
     limiter->splitter.side[0] = 7.0F;
-    limiter->limiters[0].gainTarget = 7.0F;
-    limiter->processBuffers(left.data(), right.data(), 0);
-    limiter->processBuffersMidSide(left.data(), right.data(), 0);
-    limiter->processBuffersSidechainMidSideLinked(left.data(), right.data(), sideLeft.data(),
-                                                  sideRight.data(), 0);
+    limiter->limiters[0].gainTarget = limiter->limiters[1].gainTarget = 7.0F;
+    for (const auto operation : {&Limiter2::processBuffers, &Limiter2::processBuffersLinked,
+                                 &Limiter2::processBuffersMidSide, &Limiter2::processBuffersMidSideLinked}) {
+        ((*limiter).*operation)(left.data(), right.data(), 0);
+    }
+    for (const auto operation :
+         {&Limiter2::processBuffersSidechain, &Limiter2::processBuffersSidechainLinked,
+          &Limiter2::processBuffersSidechainMidSide, &Limiter2::processBuffersSidechainMidSideLinked}) {
+        ((*limiter).*operation)(left.data(), right.data(), sideLeft.data(), sideRight.data(), 0);
+    }
     EXPECT_EQ(left, leftIn);
     EXPECT_EQ(right, rightIn);
     EXPECT_EQ(limiter->splitter.mid[0], 7.0F);
     EXPECT_EQ(limiter->splitter.side[0], 7.0F);
-    EXPECT_EQ(limiter->limiters[0].gainTarget, 7.0F);
-    EXPECT_EQ(limiter->limiters[0].gain, 1.0F);
+    for (const Limiter1& element : limiter->limiters) {
+        EXPECT_EQ(element.gainTarget, 7.0F);
+        EXPECT_EQ(element.gain, 1.0F);
+    }
 }
 
 TEST_F(Limiter2Test, ElementsTakeMoreThan4096Frames) {

@@ -7,6 +7,9 @@
 #include <algorithm>
 #include <limits>
 #include <string>
+#include <string_view>
+
+#include <sys/mman.h>
 
 namespace {
 
@@ -15,6 +18,8 @@ using test::KernelHarness;
 using test::Samples;
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
 class LimiterKernel : public testing::Test {
 protected:
@@ -80,6 +85,21 @@ TEST_F(LimiterKernel, TheSlotDecidesThePathAlsoWhereTheFilterDroppedTheValue) {
     EXPECT_TRUE(filtersHaveRun());
 }
 
+TEST_F(LimiterKernel, TheSlotsAreComparedAsFloats) {
+    h.makePlain();
+    kernel().setParameter(kLimiterInputFilterHP, -0.0F); // a zero all the same
+    kernel().setParameter(kLimiterBypass, -0.0F);
+    h.process();
+    EXPECT_FALSE(filtersHaveRun());
+    EXPECT_NE(h.out[0], h.in[0]);
+    kernel().setParameter(kLimiterInputFilterLP, kNaN); // not 1.0
+    h.process();
+    EXPECT_TRUE(filtersHaveRun());
+    kernel().setParameter(kLimiterBypass, kNaN); // not 0.0
+    h.process();
+    EXPECT_EQ(h.out[0], h.in[0]);
+}
+
 TEST_F(LimiterKernel, TheModeIsTruncatedTowardZero) {
     const auto outputInMode = [](float mode) {
         KernelHarness other;
@@ -90,7 +110,7 @@ TEST_F(LimiterKernel, TheModeIsTruncatedTowardZero) {
     };
     EXPECT_EQ(outputInMode(1.9F), outputInMode(1.0F));
     EXPECT_EQ(outputInMode(-0.5F), outputInMode(0.0F));
-    EXPECT_EQ(outputInMode(std::numeric_limits<float>::quiet_NaN()), outputInMode(0.0F));
+    EXPECT_EQ(outputInMode(kNaN), outputInMode(0.0F));
     EXPECT_NE(outputInMode(1.0F), outputInMode(0.0F));
     EXPECT_NE(outputInMode(2.0F), outputInMode(0.0F));
     EXPECT_NE(outputInMode(3.0F), outputInMode(2.0F));
@@ -207,10 +227,30 @@ TEST_F(LimiterKernel, EveryParameterWriteIsPrintedInFull) {
                                          "value:-340282346638528859811704183484516925440.000000"));
 }
 
+TEST_F(LimiterKernel, TheLineIsWrittenBetweenTheStoreAndTheRouting) {
+    struct LookingSink final : LogSink {
+        const QOR_Limiter_Extension_DSPKernel* kernel = nullptr;
+        float slot = 0.0F;
+        float trim = 0.0F;
+        void writeLine(std::string_view /*line*/) noexcept override {
+            slot = kernel->getParameter(kLimiterTrim);
+            trim = kernel->limiter.limiters[0].trim;
+        }
+    };
+    LookingSink sink;
+    sink.kernel = &kernel();
+    LogSink& before = setLogSink(sink);
+    kernel().setParameter(kLimiterTrim, 0.25F);
+    setLogSink(before);
+    EXPECT_EQ(sink.slot, 0.25F);
+    EXPECT_EQ(sink.trim, 0.6F);
+    EXPECT_EQ(kernel().limiter.limiters[0].trim, 0.25F);
+}
+
 TEST_F(LimiterKernel, ParametersReachBothElements) {
     kernel().setParameter(kLimiterAttack, 0.5F);
     kernel().setParameter(kLimiterRelease, 0.25F);
-    kernel().setParameter(kLimiterThreshold, 0.75F);
+    kernel().setParameter(kLimiterThreshold, 0.25F);
     kernel().setParameter(kLimiterTrim, 1.0F);
     kernel().setParameter(kLimiterMix, 0.125F);
     kernel().setParameter(kLimiterAudition, 1.0F);
@@ -219,7 +259,7 @@ TEST_F(LimiterKernel, ParametersReachBothElements) {
         EXPECT_FLOAT_EQ(element.attackCoefficient, 0.1F);
         EXPECT_FLOAT_EQ(element.releaseCoefficient, 0.0017782794F);
         EXPECT_FLOAT_EQ(element.thresholdCoefficient,
-                        0.31622776F); // the hyperbolic law's, set before the knee
+                        3.1622777F); // the hyperbolic law's, set before the knee
         EXPECT_EQ(element.trimCoefficient, 10.0F);
         EXPECT_EQ(element.mix, 0.125F);
         EXPECT_EQ(element.audition, 1.0F);
@@ -228,15 +268,25 @@ TEST_F(LimiterKernel, ParametersReachBothElements) {
     EXPECT_EQ(kernel().getParameter(kLimiterTrim), 1.0F);
 }
 
-TEST_F(LimiterKernel, FilterEdgesReachTheFilterAndInertSlotsNothing) {
+TEST_F(LimiterKernel, FilterEdgesReachTheFilter) {
     kernel().setParameter(kLimiterInputFilterLP, 0.9F);
     kernel().setParameter(kLimiterInputFilterHP, 0.4F);
     EXPECT_EQ(kernel().bandSplit.cutoff1, 0.4F);
     EXPECT_EQ(kernel().bandSplit.cutoff2, 0.9F);
+}
+
+TEST_F(LimiterKernel, TheFinalLimitersSlotAndTheInertOnesAreStoredAndUnheard) {
+    h.makePlain();
+    h.process();
+    KernelHarness other;
+    other.makePlain();
     for (AUParameterAddress address = kLimiterFinalLimiter; address < 15; ++address) {
-        kernel().setParameter(address, 0.3F);
-        EXPECT_EQ(kernel().getParameter(address), 0.3F);
+        other.kernel->setParameter(address, 1.0F);
+        EXPECT_EQ(other.kernel->getParameter(address), 1.0F);
     }
+    other.process();
+    EXPECT_EQ(other.out, h.out);
+    EXPECT_EQ(other.kernel->followers[0].value, kernel().followers[0].value);
 }
 
 TEST_F(LimiterKernel, ResetKeepsTheSlotsAndOpensTheFilter) {
@@ -273,6 +323,18 @@ TEST_F(LimiterKernel, InPlaceRenderingGivesWhatSeparateBuffersGive) {
     EXPECT_EQ(inPlace.in[0], h.out[0]);
     EXPECT_EQ(inPlace.in[1], h.out[1]);
     EXPECT_EQ(inPlace.out[0], Samples(h.out[0].size(), 0.0F));
+}
+
+TEST_F(LimiterKernel, EqualPointersMeanNoCopy) {
+    // Memory that only can be read: one store, even of the value that is there, ends the process.
+    constexpr std::size_t kBytes = 64 * sizeof(float);
+    void* readOnly = mmap(nullptr, kBytes, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(readOnly, MAP_FAILED);
+    kernel().init(1, 48000.0);
+    h.inList.list.mBuffers[0].mData = h.outList.list.mBuffers[0].mData = readOnly;
+    kernel().process(64, 0);
+    EXPECT_EQ(static_cast<float*>(readOnly)[63], 0.0F);
+    munmap(readOnly, kBytes);
 }
 
 TEST_F(LimiterKernel, TheCopyRunsForwardWhateverOverlaps) {

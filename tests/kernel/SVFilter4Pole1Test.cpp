@@ -61,9 +61,30 @@ TEST(SVFilter4Pole1, CoefficientsStayWhereNothingChanged) {
     EXPECT_NE(filter.damping, 9.0F);
 }
 
+TEST(SVFilter4Pole1, ResonanceIsHeldFromZeroToOneAndLowersTheDamping) {
+    SVFilter4Pole1 filter;
+    filter.setCutoff(1.0F); // the frequency's share of the damping is 1.0
+    filter.resonance = 0.5F;
+    filter.processParameters();
+    EXPECT_EQ(filter.lastResonance, 0.5F);
+    EXPECT_EQ(filter.outputGain, 0.7F + (1.0F - 0.3F));
+    EXPECT_EQ(filter.damping, 1.0F / (0.3F * 25.0F));
+    filter.resonance = 7.0F;
+    filter.processParameters();
+    EXPECT_EQ(filter.lastResonance, 1.0F);
+    EXPECT_EQ(filter.resonance, 7.0F);
+    EXPECT_EQ(filter.damping, 1.0F / ((1.0F + 0.05F) * 25.0F));
+    filter.resonance = -7.0F;
+    filter.processParameters();
+    EXPECT_EQ(filter.lastResonance, 0.0F);
+    EXPECT_EQ(filter.damping, 1.0F / (0.05F * 25.0F));
+}
+
 TEST(SVFilter4Pole1, AStageIsTheRecurrence) {
     SVFilter4Pole1 filter;
+    SVFilter4Pole1 twin;
     filter.setCutoff(0.8F);
+    twin.setCutoff(0.8F);
     const float f = filter.frequency;
     const float d = filter.damping;
     float band = 0.0F;
@@ -76,6 +97,9 @@ TEST(SVFilter4Pole1, AStageIsTheRecurrence) {
         float sample = s;
         filter.processSampleHP(&sample);
         EXPECT_EQ(sample, h * filter.outputGain);
+        sample = s;
+        twin.processSampleLP(&sample);
+        EXPECT_EQ(sample, l * filter.outputGain);
         EXPECT_EQ(filter.band1, band);
         EXPECT_EQ(filter.low1, low);
     }
@@ -140,19 +164,26 @@ TEST(SVFilter4Pole1, TheRestIsTheInputWithoutTheOutputAndMayReplaceIt) {
 }
 
 TEST(SVFilter4Pole1, BuffersAreTheirSamplesInTurn) {
-    SVFilter4Pole1 a;
-    SVFilter4Pole1 b;
-    const std::vector<float> in = {1.0F, -0.5F, 0.25F, 3.0F};
-    std::vector<float> out(4);
-    std::vector<float> rest(4);
-    a.processBufferLP(in.data(), out.data(), rest.data(), 4);
-    for (std::size_t i = 0; i < in.size(); ++i) {
-        float o = 0.0F;
-        float r = 0.0F;
-        b.processSampleLP(&in[i], &o, &r);
-        EXPECT_EQ(out[i], o);
-        EXPECT_EQ(rest[i], r);
-    }
+    using Sample = void (SVFilter4Pole1::*)(const float*, float*, float*);
+    using Buffer = void (SVFilter4Pole1::*)(const float*, float*, float*, int);
+    const auto compare = [](Buffer processBuffer, Sample processSample) {
+        SVFilter4Pole1 a;
+        SVFilter4Pole1 b;
+        const std::vector<float> in = {1.0F, -0.5F, 0.25F, 3.0F};
+        std::vector<float> out(4);
+        std::vector<float> rest(4);
+        (a.*processBuffer)(in.data(), out.data(), rest.data(), 4);
+        for (std::size_t i = 0; i < in.size(); ++i) {
+            float o = 0.0F;
+            float r = 0.0F;
+            (b.*processSample)(&in[i], &o, &r);
+            EXPECT_EQ(out[i], o);
+            EXPECT_EQ(rest[i], r);
+        }
+        EXPECT_NE(out[3], 0.0F);
+    };
+    compare(&SVFilter4Pole1::processBufferLP, &SVFilter4Pole1::processSampleLP);
+    compare(&SVFilter4Pole1::processBufferHP, &SVFilter4Pole1::processSampleHP);
 }
 
 TEST(SVFilter4Pole1, ResetGoesBackToTheMiddleWithACleanState) {

@@ -162,6 +162,19 @@ TEST(DSPKernel, AnEventBeyondTheCallIsNotHeldBackAndTheFramesWrapAround) {
                 ElementsAre("process 25 at 0", "set 2 to 1 for 25", "process 4294967281 at 25"));
 }
 
+TEST(DSPKernel, AStretchThatNoCountHoldsIsTheLargestCount) {
+    EXPECT_THAT(
+        callsOf(0, 64, EventList().parameter(std::int64_t{1} << 40, 2, 1)),
+        ElementsAre("process 4294967295 at 0", "set 2 to 1 for 1099511627776", "process 65 at 4294967295"));
+}
+
+TEST(DSPKernel, SampleTimesWrapAroundAtTheEndOfTheirRange) {
+    constexpr std::int64_t kFirst = std::numeric_limits<std::int64_t>::min();
+    EXPECT_THAT(callsOf(1e300, 64, EventList().parameter(kFirst, 2, 1).parameter(kFirst + 5, 0, 2)),
+                ElementsAre("process 1 at 0", "set 2 to 1 for -9223372036854775808", "process 5 at 1",
+                            "set 0 to 2 for -9223372036854775803", "process 58 at 6"));
+}
+
 TEST(DSPKernel, AFractionOfTheSampleTimeIsCutOff) {
     EXPECT_THAT(callsOf(100.9, 64, EventList().parameter(101, 2, 1)),
                 ElementsAre("process 1 at 0", "set 2 to 1 for 101", "process 63 at 1"));

@@ -4,12 +4,16 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 
 namespace {
 
 using qor::Modulator;
 using qor::NoiseOscillator;
+
+// Read before any instance has built the tables.
+const float maxFrequencyBefore = Modulator::maxFrequency;
 
 TEST(Modulator, StartsWithItsDefaults) {
     const Modulator m;
@@ -58,31 +62,55 @@ TEST(Modulator, RampsMeetAtTheirEnds) {
     EXPECT_EQ(Modulator::waveRampLogDown[4095], 0.0F);
     EXPECT_EQ(Modulator::waveRampExponDown[4095], 0.0F);
     EXPECT_EQ(Modulator::waveRampExponDown[0], Modulator::waveRampExponUp[4095]);
-    EXPECT_EQ(Modulator::waveRampLinUp[0], 0.0F);
-    EXPECT_EQ(Modulator::waveRampLinDown[0], 1.0F);
-    EXPECT_EQ(Modulator::waveSaw[1], 1.0F - 0.000244140625F);
 }
 
-TEST(Modulator, ComputedWavesFollowTheirRules) {
+TEST(Modulator, SinesFollowTheirRules) {
+    const Modulator m;
+    EXPECT_EQ(Modulator::waveSine[1024], 1.0F);
+    EXPECT_EQ(Modulator::waveSineQuad[0], 0.5F);
+    for (int i = 0; i < 4096; ++i) {
+        const float t = 0.000244140625F * static_cast<float>(i);
+        const float s = platform::librarySine(6.2831855F * t);
+        EXPECT_EQ(Modulator::waveSine[i], (s + 1.0F) * 0.5F);
+        EXPECT_EQ(Modulator::waveSineQuad[i], (((s * s) * s) + 1.0F) * 0.5F);
+    }
+}
+
+TEST(Modulator, TheEighthRootOfTheSineHasNoValuesBetweenItsHalves) {
+    const Modulator m;
+    for (int i = 0; i < 4096; ++i) {
+        const float s = platform::librarySine(6.2831855F * (0.000244140625F * static_cast<float>(i)));
+        const float q = std::sqrt(std::sqrt(std::sqrt(std::fabs(s))));
+        EXPECT_EQ(Modulator::waveSineSquar[i], i < 2048 ? (q + 1.0F) * 0.5F : -(q + 1.0F) * 0.5F);
+        EXPECT_GE(std::fabs(Modulator::waveSineSquar[i]), 0.5F);
+        EXPECT_LE(std::fabs(Modulator::waveSineSquar[i]), 1.0F);
+    }
+}
+
+TEST(Modulator, RampsFollowTheirRules) {
+    const Modulator m;
+    for (int i = 0; i < 4096; ++i) {
+        const float t = 0.000244140625F * static_cast<float>(i);
+        EXPECT_EQ(Modulator::waveSaw[i], 1.0F - t);
+        EXPECT_EQ(Modulator::waveRampLinUp[i], t);
+        EXPECT_EQ(Modulator::waveRampLinDown[i], 1.0F - t);
+        EXPECT_EQ(Modulator::waveRampExponUp[i], (t * t) * t);
+        EXPECT_EQ(Modulator::waveRampExponDown[4095 - i], (t * t) * t);
+    }
+}
+
+TEST(Modulator, TheLogarithmicRampsSpanTenOctaves) {
+    EXPECT_EQ(maxFrequencyBefore, 22050.0F);
     const Modulator m;
     EXPECT_EQ(Modulator::maxFrequency, 14080.0F);
     EXPECT_EQ(Modulator::wave100[0], 13.75F);
     EXPECT_LT(Modulator::wave100[4095], 14080.0F);
-    EXPECT_EQ(Modulator::waveSine[0], 0.5F);
-    EXPECT_EQ(Modulator::waveSine[1024], 1.0F);
-    EXPECT_EQ(Modulator::waveSineQuad[1024], 1.0F);
-    EXPECT_EQ(Modulator::waveSineQuad[0], 0.5F);
-    EXPECT_EQ(Modulator::waveSineSquar[1024], 1.0F);
     for (int i = 0; i < 4096; ++i) {
         const float t = 0.000244140625F * static_cast<float>(i);
-        EXPECT_EQ(Modulator::waveRampExponUp[i], (t * t) * t);
-        EXPECT_EQ(Modulator::waveSine[i], (platform::librarySine(6.2831855F * t) + 1.0F) * 0.5F);
-        if (i < 2048) {
-            EXPECT_GE(Modulator::waveSineSquar[i], 0.5F);
-        } else {
-            EXPECT_LE(Modulator::waveSineSquar[i], -0.5F);
-            EXPECT_GE(Modulator::waveSineSquar[i], -1.0F);
-        }
+        const float hertz = 440.0F * platform::libraryPower(2.0F, (t * 10.0F) - 5.0F);
+        EXPECT_EQ(Modulator::wave100[i], hertz);
+        EXPECT_EQ(Modulator::waveRampLogUp[i], (hertz / 14080.0F) * t);
+        EXPECT_EQ(Modulator::waveRampLogDown[4095 - i], (hertz / 14080.0F) * t);
     }
 }
 
@@ -90,8 +118,11 @@ TEST(Modulator, TheNoteTableIsTunedTo440) {
     const Modulator m;
     EXPECT_EQ(Modulator::freqTable[69], 440.0F);
     EXPECT_NEAR(Modulator::freqTable[0], 8.1758F, 5e-5F);
-    EXPECT_EQ(Modulator::freqFactors[60], 1.0F);
-    EXPECT_EQ(Modulator::freqFactors[72], Modulator::freqTable[72] / Modulator::freqTable[60]);
+    double note = 6.875 * 1.059463094359 * 1.059463094359 * 1.059463094359;
+    for (int i = 0; i < 128; ++i, note *= 1.059463094359) {
+        EXPECT_EQ(Modulator::freqTable[i], static_cast<float>(note));
+        EXPECT_EQ(Modulator::freqFactors[i], Modulator::freqTable[i] / Modulator::freqTable[60]);
+    }
 }
 
 TEST(Modulator, InstancesAreCountedAndTheFirstBuildsTheTables) {
