@@ -82,9 +82,13 @@ void Animator::animate() {
             callback(*this, _value);
         }
         _step = checkedAdd(_step, 1);
+        if (!_action) {
+            fatalError(kImplicitUnwrapMessage);
+        }
         _value = _action(_step, _source, _amount, _frames);
         return;
     }
+    const Ref<Animator> keep = weak_from_this().lock(); // `stop` may let the timer's hold go, the last one
     _value = _destination;
     if (looped) {
         if (const auto callback = onLoop) {
@@ -106,8 +110,8 @@ void Animator::start() {
 }
 
 void Animator::stop() {
+    const Ref<Animator> keep = weak_from_this().lock(); // the timer's block may be the last owner
     if (_timer) {
-        const Ref<Animator> keep = weak_from_this().lock();
         _timer->invalidate();
         _timer.reset();
     }

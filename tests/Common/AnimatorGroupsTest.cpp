@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <utility>
 #include <vector>
 
 using qor::AnimationSequencer;
@@ -30,6 +31,33 @@ struct Loop {
 };
 
 } // namespace
+
+TEST(AnimatorStack, StartsWithItsDefaults) {
+    const AnimatorStack stack;
+    EXPECT_FALSE(stack._timer);
+    EXPECT_EQ(stack.getCount(), 0);
+    EXPECT_EQ(stack.interval, 0.005f);
+    EXPECT_FALSE(stack.onAnimation);
+    EXPECT_FALSE(stack.onFinished);
+    EXPECT_FALSE(stack.onRemovedItem);
+}
+
+TEST(AnimatorStack, TellsOfAnItemBeforeItsStepAndOfTheEndBeforeItStops) {
+    AnimatorStack stack;
+    const Ref<Animator> only = item(1);
+    std::vector<std::int64_t> steps;
+    stack.add(only);
+    stack.onAnimation = [&](AnimatorStack&, Animator& now) { steps.push_back(now._step); };
+    stack.animate();
+    EXPECT_EQ(steps, std::vector<std::int64_t>{0});
+    stack.animate();
+    stack.add(makeRef<Animator>()); // finished from the start: nothing is busy
+    std::int64_t countAtTheEnd = -1;
+    stack.onFinished = [&](AnimatorStack& self) { countAtTheEnd = self.getCount(); };
+    stack.animate();
+    EXPECT_EQ(countAtTheEnd, 1);
+    EXPECT_EQ(stack.getCount(), 0);
+}
 
 TEST(AnimatorStack, WithoutItemsFinishesOnTheFirstTick) {
     Loop run;
@@ -99,6 +127,47 @@ TEST(AnimatorStack, KeepsFinishedItemsThatItNeverRan) {
     stack.onFinished = [&](AnimatorStack& self) { finished += self.getCount() == 1 ? 1 : 100; };
     stack.animate();
     EXPECT_EQ(finished, 1);
+}
+
+TEST(AnimatorChain, StartsWithItsDefaults) {
+    const AnimatorChain chain;
+    EXPECT_FALSE(chain._timer);
+    EXPECT_EQ(chain.getCount(), 0);
+    EXPECT_EQ(chain._currentIndex, 0);
+    EXPECT_EQ(chain._direction, 1);
+    EXPECT_EQ(chain.interval, 0.005f);
+    EXPECT_FALSE(chain.async);
+    EXPECT_FALSE(chain.onAnimation);
+    EXPECT_FALSE(chain.onFinished);
+}
+
+TEST(AnimatorChain, PlaysEachItemToItsEndBeforeTheNextAndTellsOfItFirst) {
+    AnimatorChain chain;
+    const Ref<Animator> first = item(1);
+    const Ref<Animator> second = item(1);
+    chain.add(first);
+    chain.add(nullptr);
+    chain.add(second);
+    EXPECT_EQ(chain.getCount(), 2);
+    std::vector<std::pair<Animator*, std::int64_t>> told;
+    chain.onAnimation = [&](AnimatorChain&, Animator& now) { told.emplace_back(&now, now._step); };
+    chain.animate();
+    chain.animate();
+    EXPECT_EQ(chain.getCurrentIndex(), 1);
+    EXPECT_EQ(second->_step, 0);
+    chain.animate();
+    EXPECT_EQ(told, (std::vector<std::pair<Animator*, std::int64_t>>{
+                        {first.get(), 0}, {first.get(), 1}, {second.get(), 0}}));
+}
+
+TEST(AnimatorChain, SetBackwardsTakesOnlyTheDirection) {
+    AnimatorChain chain;
+    chain._currentIndex = 2;
+    chain.setBackwards(true);
+    EXPECT_EQ(chain._direction, -1);
+    chain.setBackwards(false);
+    EXPECT_EQ(chain._direction, 1);
+    EXPECT_EQ(chain.getCurrentIndex(), 2);
 }
 
 TEST(AnimatorChain, OfThreeFinishedItemsMovesOnePlaceATickAndEndsOnTheThird) {
@@ -238,6 +307,60 @@ TEST(AnimatorChainDeathTest, AnOverflowOfTheIndexEndsTheProcess) {
     EXPECT_DEATH(chain.animate(), "overflow");
 }
 
+TEST(AnimationSequencer, StartsWithItsDefaults) {
+    const AnimationSequencer sequencer;
+    EXPECT_FALSE(sequencer._timer);
+    EXPECT_EQ(sequencer.getCurrentFrame(), 0);
+    EXPECT_EQ(sequencer._maxFrames, 0);
+    EXPECT_EQ(sequencer.getCount(), 0);
+    EXPECT_EQ(sequencer.getCurrentCount(), 0);
+    EXPECT_EQ(sequencer.getCurrentIndex(), 0);
+    EXPECT_FALSE(sequencer._suspended);
+    EXPECT_EQ(sequencer.interval, 0.005f);
+    EXPECT_FALSE(sequencer.onAnimation);
+    EXPECT_FALSE(sequencer.onFinished);
+}
+
+TEST(AnimationSequencer, ScansOnFromTheLastItemThatItFoundAndSchedulesEachOnce) {
+    AnimationSequencer sequencer;
+    for (const std::int64_t at : {0, 1, 9}) {
+        sequencer.add(item(20), at);
+    }
+    sequencer._currentFrame = 1;
+    sequencer.findAnimators();
+    EXPECT_EQ(sequencer.getCurrentIndex(), 1);
+    sequencer.findAnimators();
+    EXPECT_EQ(sequencer.getCurrentIndex(), 1);
+    EXPECT_EQ(sequencer._animatedItems,
+              (std::vector<Ref<Animator>>{sequencer._animators[0], sequencer._animators[1]}));
+}
+
+TEST(AnimationSequencer, TellsOfAnItemBeforeItsStepAndDropsItWhenItIsDone) {
+    AnimationSequencer sequencer;
+    std::vector<std::int64_t> steps;
+    sequencer.onAnimation = [&](AnimationSequencer&, Animator& now) { steps.push_back(now._step); };
+    sequencer.add(item(1), 0);
+    sequencer.animate();
+    EXPECT_EQ(sequencer.getCurrentCount(), 1);
+    sequencer.animate();
+    EXPECT_EQ(steps, (std::vector<std::int64_t>{0, 1}));
+    EXPECT_EQ(sequencer.getCurrentCount(), 0);
+}
+
+TEST(AnimationSequencer, RemoveAllLeavesTheTimerRunning) {
+    Loop run;
+    const test::CapturedLog log;
+    const auto sequencer = makeRef<AnimationSequencer>();
+    sequencer->add(item(5), 0);
+    sequencer->start();
+    sequencer->removeAll();
+    run.loop.advance(run.clock, 0.0125);
+    EXPECT_EQ(sequencer->getCurrentFrame(), 2);
+    EXPECT_EQ(log.lines().size(), 2U); // a warning a tick
+    EXPECT_EQ(run.loop.timerCount(), 1u);
+    sequencer->stop();
+}
+
 TEST(AnimationSequencer, EndsOnTheTickThatReachesTheEndOfTheTimeLine) {
     Loop run;
     const auto sequencer = makeRef<AnimationSequencer>();
@@ -352,6 +475,13 @@ TEST(AnimationSequencer, RewindRewindsEveryItemAndLeavesThePosition) {
     sequencer.rewind();
     EXPECT_FALSE(a->isFinished());
     EXPECT_EQ(sequencer.getCurrentFrame(), 3);
+}
+
+TEST(AnimationSequencerDeathTest, ANegativeScanPositionEndsTheProcess) {
+    AnimationSequencer sequencer;
+    sequencer.add(item(5), 0);
+    sequencer._currentIndex = -1;
+    EXPECT_DEATH(sequencer.animate(), "Index out of range");
 }
 
 TEST(AnimationSequencerDeathTest, BrokenNumbersEndTheProcess) {

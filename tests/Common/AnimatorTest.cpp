@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <string>
 #include <vector>
 
 using qor::Animator;
@@ -33,12 +34,35 @@ TEST(Animator, StartsWithItsDefaults) {
     EXPECT_EQ(animator._startFrame, 0);
     EXPECT_EQ(animator._frameCount, 0);
     EXPECT_FALSE(animator._timer);
+    EXPECT_EQ(animator._source, 0.0f);
+    EXPECT_EQ(animator._value, 0.0f);
+    EXPECT_EQ(animator._destination, 0.0f);
+    EXPECT_EQ(animator._amount, 0.0f);
     EXPECT_EQ(animator._frames, -1);
+    EXPECT_EQ(animator._step, 0);
     EXPECT_EQ(animator._interval, 0.005f);
     EXPECT_EQ(animator._type(), EnumEasing::EASING_easeNone);
     EXPECT_FALSE(animator.looped);
+    EXPECT_FALSE(animator.onAnimation);
+    EXPECT_FALSE(animator.onFinished);
+    EXPECT_FALSE(animator.onLoop);
     EXPECT_EQ(animator._action(1, 0.0f, 4.0f, 2), 2.0f);
     EXPECT_EQ(Animator(0.0f, 1.0f, 3)._interval, 0.009f);
+}
+
+TEST(Animator, SetupFillsEveryFieldAndDefaultsToNineMillisecondsAndAStraightLine) {
+    Animator animator(1.0f, 2.0f, 9, 0.5f, EnumEasing::EASING_easeInSine);
+    animator.animate();
+    animator.setup(3.0f, 1.0f, 4);
+    EXPECT_EQ(animator.getSourceValue(), 3.0f);
+    EXPECT_EQ(animator.getDestinationValue(), 1.0f);
+    EXPECT_EQ(animator.getValue(), 3.0f);
+    EXPECT_EQ(animator._amount, -2.0f);
+    EXPECT_EQ(animator._frames, 4);
+    EXPECT_EQ(animator._frameCount, 4);
+    EXPECT_EQ(animator._step, 0);
+    EXPECT_EQ(animator._interval, 0.009f);
+    EXPECT_EQ(animator._type(), EnumEasing::EASING_easeNone);
 }
 
 TEST(Animator, CountsTheLivingOnes) {
@@ -87,6 +111,42 @@ TEST(Animator, OfThreeFramesReportsZeroOneTwoAndFinishesWithThree) {
     EXPECT_EQ(calls.finishes, std::vector<float>{3.0f});
     animator.animate();
     EXPECT_EQ(calls.finishes.size(), 1u);
+}
+
+TEST(Animator, CallsTheListenerAheadOfTheStepAndTheEndAfterStopping) {
+    Animator animator(0.0f, 1.0f, 1);
+    std::vector<std::string> order;
+    animator.onAnimation = [&](Animator& self, float) {
+        order.push_back("animation at step " + std::to_string(self._step));
+    };
+    animator.onFinished = [&](Animator& self, float value) {
+        order.push_back(self.isFinished() && self.getValue() == value ? "finished" : "finished too early");
+    };
+    animator.animate();
+    animator.animate();
+    EXPECT_EQ(order, (std::vector<std::string>{"animation at step 0", "finished"}));
+}
+
+TEST(Animator, ReportsTheTurningPointBeforeItTurns) {
+    Animator animator(0.0f, 1.0f, 1);
+    std::vector<float> sources;
+    animator.looped = true;
+    animator.onLoop = [&](Animator& self) { sources.push_back(self.getSourceValue()); };
+    animator.animate();
+    animator.animate();
+    EXPECT_EQ(sources, std::vector<float>{0.0f});
+}
+
+TEST(Animator, TakesADerivedClasssCurve) {
+    struct Steps : Animator {
+        float easeInQuad(std::int64_t currentFrame, float, float, std::int64_t) const override {
+            return static_cast<float>(100 * currentFrame);
+        }
+    };
+    Steps animator;
+    animator.setup(0.0f, 1.0f, 4, 0.01f, EnumEasing::EASING_easeInQuad);
+    animator.animate();
+    EXPECT_EQ(animator.getValue(), 100.0f);
 }
 
 TEST(Animator, LoopedSwapsItsEndsAfterTheThirdTickOfTwoFrames) {
@@ -211,6 +271,45 @@ TEST(Animator, ANewIntervalLeavesARunningTimerAlone) {
     loop.advance(clock, 0.055);
     EXPECT_EQ(animator->_step, 5);
     animator->stop();
+}
+
+TEST(Animator, ThatOnlyItsTimerHoldsLivesUntilItHasStopped) {
+    struct Witness : Animator {
+        Witness(std::vector<std::string>& events, std::int64_t frames)
+            : Animator(0.0f, 1.0f, frames), log(events) {}
+        ~Witness() override { log.emplace_back("gone"); }
+        void reset() override { log.emplace_back("reset"); }
+        std::vector<std::string>& log;
+    };
+    ManualClock clock;
+    RunLoop loop(clock);
+    const RunLoop::Scope scope(loop);
+    std::vector<std::string> events;
+    {
+        auto held = makeRef<Witness>(events, 5);
+        Witness& animator = *held;
+        animator.start();
+        held.reset();
+        animator.stop();
+    }
+    EXPECT_EQ(events, (std::vector<std::string>{"reset", "gone"}));
+    events.clear();
+    {
+        auto held = makeRef<Witness>(events, 0);
+        Witness& animator = *held;
+        animator.onFinished = [&](Animator&, float) { events.emplace_back("finished"); };
+        animator.start();
+        held.reset();
+        animator.animate();
+    }
+    EXPECT_EQ(events, (std::vector<std::string>{"reset", "finished", "gone"}));
+    EXPECT_EQ(loop.timerCount(), 0u);
+}
+
+TEST(AnimatorDeathTest, WithoutACurveEndsTheProcess) {
+    Animator animator(0.0f, 1.0f, 3);
+    animator._action = nullptr;
+    EXPECT_DEATH(animator.animate(), "Unexpectedly found nil while implicitly unwrapping an Optional value");
 }
 
 TEST(AnimatorDeathTest, AnOverflowOfTheStepEndsTheProcess) {

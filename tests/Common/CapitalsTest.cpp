@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <set>
 
 TEST(Capitals, HasEachOf197NamesOnceInTheCountriesOrder) {
@@ -14,6 +15,17 @@ TEST(Capitals, HasEachOf197NamesOnceInTheCountriesOrder) {
     EXPECT_EQ(names.back(), "Harare");
     EXPECT_EQ(std::set<std::string>(names.begin(), names.end()).size(), 197U);
     EXPECT_TRUE(std::none_of(names.begin(), names.end(), [](const auto& name) { return name.empty(); }));
+}
+
+TEST(Capitals, AreTheSameToTheLetter) {
+    // FNV-1a over the names with a line end each: one letter or one swap changes it.
+    std::uint64_t hash = 14695981039346656037U;
+    for (const std::string& name : qor::capitals()) {
+        for (const char c : name + "\n") {
+            hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
+        }
+    }
+    EXPECT_EQ(hash, 8134552565768990900U);
 }
 
 TEST(Capitals, KeepsTheSpellingsAsTheyAre) {

@@ -21,13 +21,12 @@ struct EasingReference {
         const Hop hops[] = {{4.0 / 11.0, 0.0, 0.0},
                             {8.0 / 11.0, 6.0 / 11.0, 0.75},
                             {10.0 / 11.0, 9.0 / 11.0, 0.9375},
-                            {2.0, 10.5 / 11.0, 0.984375}};
-        for (const Hop& hop : hops) {
-            if (t < hop.end) {
-                return 121.0 / 16.0 * (t - hop.middle) * (t - hop.middle) + hop.floor;
-            }
+                            {INFINITY, 10.5 / 11.0, 0.984375}};
+        const Hop* hop = hops;
+        while (t >= hop->end) {
+            ++hop;
         }
-        return 1.0;
+        return 121.0 / 16.0 * (t - hop->middle) * (t - hop->middle) + hop->floor;
     }
     static double elasticOut(double t, double period) {
         if (t == 0.0) {

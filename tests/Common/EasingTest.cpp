@@ -48,6 +48,12 @@ TEST_P(EveryCurve, FollowsItsTableFrameByFrame) {
                             4e-6 * std::max(1.0, std::abs(amount)))
                     << name.form << name.kind << " frame " << frame << " of " << frames;
             }
+            const float start = animator._action(0, source, destination - source, frames);
+            ASSERT_NEAR(static_cast<double>(start),
+                        static_cast<double>(source) +
+                            amount * test::EasingReference::value(name.form, name.kind, 0, frames),
+                        4e-6 * std::max(1.0, std::abs(amount)))
+                << name.form << name.kind << " frame 0 of " << frames;
             EXPECT_FALSE(animator.isFinished());
             animator.animate();
             EXPECT_TRUE(animator.isFinished());
@@ -61,6 +67,31 @@ INSTANTIATE_TEST_SUITE_P(Easing, EveryCurve, testing::Range(0, 41),
                              const Named name = named(curve.param);
                              return name.form + name.kind;
                          });
+
+TEST(EnumEasing, NumbersItsNamesInOrder) {
+    using E = EnumEasing;
+    const std::vector<E> names = {
+        E::EASING_easeNone,        E::EASING_easeInQuad,       E::EASING_easeOutQuad,
+        E::EASING_easeInOutQuad,   E::EASING_easeOutInQuad,    E::EASING_easeInCubic,
+        E::EASING_easeOutCubic,    E::EASING_easeInOutCubic,   E::EASING_easeOutInCubic,
+        E::EASING_easeInQuart,     E::EASING_easeOutQuart,     E::EASING_easeInOutQuart,
+        E::EASING_easeOutInQuart,  E::EASING_easeInQuint,      E::EASING_easeOutQuint,
+        E::EASING_easeInOutQuint,  E::EASING_easeOutInQuint,   E::EASING_easeInSine,
+        E::EASING_easeOutSine,     E::EASING_easeInOutSine,    E::EASING_easeOutInSine,
+        E::EASING_easeInExpo,      E::EASING_easeOutExpo,      E::EASING_easeInOutExpo,
+        E::EASING_easeOutInExpo,   E::EASING_easeInCirc,       E::EASING_easeOutCirc,
+        E::EASING_easeInOutCirc,   E::EASING_easeOutInCirc,    E::EASING_easeInElastic,
+        E::EASING_easeOutElastic,  E::EASING_easeInOutElastic, E::EASING_easeOutInElastic,
+        E::EASING_easeInBack,      E::EASING_easeOutBack,      E::EASING_easeInOutBack,
+        E::EASING_easeOutInBack,   E::EASING_easeInBounce,     E::EASING_easeOutBounce,
+        E::EASING_easeInOutBounce, E::EASING_easeOutInBounce,  E::EASING_easeLast,
+    };
+    ASSERT_EQ(names.size(), 42u);
+    for (std::size_t raw = 0; raw < names.size(); ++raw) {
+        EXPECT_EQ(static_cast<std::size_t>(names[raw]), raw);
+        EXPECT_EQ(qor::initRawValue(static_cast<std::int64_t>(raw)), names[raw]);
+    }
+}
 
 TEST(EnumEasing, IsAbsentForOtherRawValues) {
     EXPECT_EQ(qor::initRawValue(0), EnumEasing::EASING_easeNone);
@@ -89,6 +120,19 @@ TEST(Easing, InOutExpoCreepsUpToASixtyFourthBeforeTheLastFrame) {
     EXPECT_NEAR(animator.easeInOutExpo(9999, 0.0f, 1.0f, 10000), 1.0f / 64.0f, 1e-4f);
     EXPECT_EQ(animator.easeInOutExpo(10000, 0.0f, 1.0f, 10000), 1.0f);
     EXPECT_EQ(animator.easeInOutExpo(0, 0.25f, 1.0f, 10000), 0.25f);
+}
+
+TEST(Easing, RoundsEachOperationToSinglePrecision) {
+    // Worked out with every operation rounded on its own; in double precision each ends in other bits.
+    const Animator animator;
+    EXPECT_EQ(animator.easeNone(2, 0.1f, 1.7f, 7), 0x1.2be2c0p-1f);
+    EXPECT_EQ(animator.easeOutQuad(2, 0.1f, 1.7f, 7), 0x1.dd84b6p-1f);
+    EXPECT_EQ(animator.easeInBack(4, 0.1f, 1.7f, 7), 0x1.961eb0p-7f);
+    EXPECT_EQ(animator.easeOutBack(1, 0.1f, 1.7f, 11), 0x1.7aedfap-1f);
+    EXPECT_EQ(animator.easeOutBounce(1, 0.1f, 1.7f, 7), 0x1.7311c6p-2f);
+    EXPECT_EQ(animator.easeOutBounce(6, 0.1f, 1.7f, 11), 0x1.600002p+0f);
+    EXPECT_EQ(animator.easeOutBounce(6, 0.1f, 1.7f, 7), 0x1.b69890p+0f);
+    EXPECT_EQ(animator.easeOutBounce(10, 0.1f, 1.7f, 11), 0x1.ccccccp+0f);
 }
 
 TEST(Easing, OutInDividesOddFrameCountsAsIntegers) {

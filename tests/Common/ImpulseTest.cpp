@@ -3,12 +3,47 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <vector>
 
 using qor::Impulse;
 using qor::makeRef;
 using qor::ManualClock;
 using qor::RunLoop;
+
+TEST(Impulse, StartsFinishedWithItsDefaults) {
+    const Impulse impulse;
+    EXPECT_TRUE(impulse.isFinished());
+    EXPECT_FALSE(impulse._timer);
+    EXPECT_EQ(impulse._frames, -1);
+    EXPECT_EQ(impulse._step, 0);
+    EXPECT_EQ(impulse._amount, 0.0f);
+    EXPECT_EQ(impulse._value, 0.0f);
+    EXPECT_EQ(impulse._source, 0.0f);
+    EXPECT_EQ(impulse._intensity, 0.75f);
+    EXPECT_EQ(impulse._threshold, 0.001f);
+    EXPECT_EQ(impulse._interval, 0.009f);
+    EXPECT_EQ(impulse._minVal, -1024.0f);
+    EXPECT_EQ(impulse._maxVal, 1024.0f);
+    EXPECT_FALSE(impulse._collision);
+    EXPECT_FALSE(impulse.onAnimation);
+    EXPECT_FALSE(impulse.onFinished);
+    EXPECT_FALSE(impulse.onCollision);
+}
+
+TEST(Impulse, SetupArmsItWithNineMillisecondsAndThreeQuartersByDefault) {
+    Impulse impulse(7, 1.0f, 0.5f, 0.25f);
+    impulse.animate();
+    impulse.setup(-3, 2.0f);
+    EXPECT_FALSE(impulse.isFinished());
+    EXPECT_EQ(impulse._frames, 0);
+    EXPECT_EQ(impulse._step, 0);
+    EXPECT_EQ(impulse._source, 2.0f);
+    EXPECT_EQ(impulse._amount, 2.0f);
+    EXPECT_EQ(impulse._interval, 0.009f);
+    EXPECT_EQ(impulse._intensity, 0.75f);
+    EXPECT_EQ(impulse._value, 0.25f);
+}
 
 TEST(Impulse, HalvesItsStepsAndFinishesOnTheTenthFrameWithTheValueOfNine) {
     Impulse impulse(1, 1.0f, 0.009f, 0.5f);
@@ -62,6 +97,36 @@ TEST(Impulse, TestsTheLowerLimitToo) {
     EXPECT_EQ(collisions, 1);
     EXPECT_EQ(impulse._amount, 3.0f);
     EXPECT_EQ(impulse._value, 0.0f);
+}
+
+TEST(Impulse, ExactlyAtALimitBouncesOnceBetweenBothAndBeforeItsListenerHears) {
+    Impulse impulse(1, 4.0f, 0.009f, 0.75f);
+    impulse.setMinMax(true, 3.0f, 3.0f); // the first frame reaches 3: at both limits at once
+    std::vector<float> heard;
+    int collisions = 0;
+    impulse.onCollision = [&](Impulse&) { ++collisions; };
+    impulse.onAnimation = [&](Impulse& self) { heard.push_back(self._value); };
+    impulse.animate();
+    EXPECT_EQ(collisions, 1);
+    EXPECT_EQ(impulse._amount, -3.0f);
+    EXPECT_EQ(heard, std::vector<float>{0.0f});
+    Impulse upwards(1, 4.0f, 0.009f, 0.75f);
+    upwards.setMinMax(true, -1.0f, 3.0f);
+    upwards.animate();
+    EXPECT_EQ(upwards._value, 0.0f);
+    Impulse downwards(1, -4.0f, 0.009f, 0.75f);
+    downwards.setMinMax(true, -3.0f, 1.0f);
+    downwards.animate();
+    EXPECT_EQ(downwards._value, 0.0f);
+}
+
+TEST(Impulse, GoesOnWithAStepAsLargeAsTheThreshold) {
+    Impulse impulse(1, 0.5f, 0.009f, 0.5f);
+    impulse._threshold = 0.25f;
+    impulse.animate();
+    EXPECT_FALSE(impulse.isFinished());
+    impulse.animate();
+    EXPECT_TRUE(impulse.isFinished());
 }
 
 TEST(Impulse, IgnoresLimitsThatAreOff) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+#include <string>
 #include <type_traits>
 
 namespace {
@@ -109,7 +111,6 @@ constexpr Row kRows[] = {
     ROW(META_SYSEX, 240),
     ROW(META_UNKNOWN, 255),
     ROW(META_EXTENDEDNOTE, 255),
-    ROW(META_AUPRESET, 255),
     ROW(META_AUPARAMETER, 255),
     ROW(META_AUPRESET, 255),
 };
@@ -118,10 +119,12 @@ constexpr Row kRows[] = {
 } // namespace
 
 TEST(MIDIConstants, EachHasItsValue) {
+    std::set<std::string> names;
     for (const Row& row : kRows) {
         EXPECT_EQ(static_cast<int>(row.constant), row.value) << row.name;
+        names.insert(row.name);
     }
-    EXPECT_EQ(std::size(kRows), 97U);
+    EXPECT_EQ(names.size(), 96U);
 }
 
 TEST(MIDIConstants, AreUnsignedBytes) {

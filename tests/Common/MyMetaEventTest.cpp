@@ -3,11 +3,56 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdlib>
 #include <cstring>
+#include <new>
 #include <numeric>
 #include <vector>
 
 using Bytes = std::vector<std::uint8_t>;
+
+namespace {
+
+/// What the array operators below see while a test watches them.
+struct ArrayMemory {
+    bool watched = false;
+    std::size_t sizes[4] = {};
+    void* made[4] = {};
+    std::size_t count = 0;
+    std::size_t freed = 0;
+};
+ArrayMemory arrays;
+
+void* arrayOf(std::size_t size) {
+    void* const memory = std::malloc(size == 0 ? 1 : size);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    if (arrays.watched && arrays.count < std::size(arrays.sizes)) {
+        arrays.made[arrays.count] = memory;
+        arrays.sizes[arrays.count++] = size;
+    }
+    return memory;
+}
+
+void freeArray(void* memory) noexcept {
+    for (std::size_t i = 0; arrays.watched && i < arrays.count; ++i) {
+        arrays.freed += arrays.made[i] == memory ? 1 : 0;
+    }
+    std::free(memory);
+}
+
+} // namespace
+
+void* operator new[](std::size_t size) {
+    return arrayOf(size);
+}
+void operator delete[](void* memory) noexcept {
+    freeArray(memory);
+}
+void operator delete[](void* memory, std::size_t) noexcept {
+    freeArray(memory);
+}
 
 TEST(MyMetaEvent, OfNoDataHasSize12AndDataLength0) {
     const qor::MyMetaEvent event(81, Bytes{});
@@ -46,6 +91,26 @@ TEST(MyMetaEvent, CallsTheBlockOnceWithItsMemory) {
     EXPECT_EQ(calls, 1);
 }
 
-TEST(MyMetaEvent, TrialRuns) {
+TEST(MyMetaEvent, FreesItsMemory) {
+    arrays = {};
+    arrays.watched = true;
+    {
+        const qor::MyMetaEvent event(5, Bytes(7));
+        EXPECT_EQ(arrays.count, 1U);
+        EXPECT_EQ(arrays.made[0], event.mem.get());
+        EXPECT_EQ(arrays.freed, 0U);
+    }
+    arrays.watched = false;
+    EXPECT_EQ(arrays.sizes[0], 19U);
+    EXPECT_EQ(arrays.freed, 1U);
+}
+
+TEST(MyMetaEvent, TheTrialMakesOneOfThreeBytesAndFreesIt) {
+    arrays = {};
+    arrays.watched = true;
     qor::test_MyMetaEvent();
+    arrays.watched = false;
+    ASSERT_EQ(arrays.count, 1U);
+    EXPECT_EQ(arrays.sizes[0], 15U);
+    EXPECT_EQ(arrays.freed, 1U);
 }
