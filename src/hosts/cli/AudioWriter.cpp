@@ -96,7 +96,7 @@ SF_VIRTUAL_IO AudioWriter::callbacks() {
 
 Result<std::unique_ptr<AudioWriter>> AudioWriter::create(const std::string& file, OutputFormat format,
                                                          int sampleRate, std::int64_t expectedFrames) {
-    Result<std::unique_ptr<AtomicFile>> target = AtomicFile::create(file);
+    Result<std::unique_ptr<OutputFile>> target = OutputFile::create(file);
     if (!target) {
         return target.error();
     }
@@ -119,7 +119,7 @@ Result<std::unique_ptr<AudioWriter>> AudioWriter::create(const std::string& file
     return writer;
 }
 
-AudioWriter::AudioWriter(std::unique_ptr<AtomicFile> target, OutputFormat format)
+AudioWriter::AudioWriter(std::unique_ptr<OutputFile> target, OutputFormat format)
     : target_(std::move(target)), format_(format) {
     stream_.descriptor = target_->descriptor();
 }
@@ -168,14 +168,23 @@ Result<void> AudioWriter::write(const float* left, const float* right, std::size
     return {};
 }
 
-Result<void> AudioWriter::commit() {
-    const int status = sf_close(file_.release());
+Result<void> AudioWriter::finish() {
+    if (file_ != nullptr) {
+        closingStatus_ = sf_close(file_.release());
+    }
     if (stream_.failure != 0) {
         return writeFailure(target_->target(), stream_.failure);
     }
-    if (status != 0) {
+    if (closingStatus_ != 0) {
         return workFailed("cannot complete " + quotedName(target_->target()) + ": " +
-                          sf_error_number(status) + " Choose another --format.");
+                          sf_error_number(closingStatus_) + " Choose another --format.");
+    }
+    return target_->sync();
+}
+
+Result<void> AudioWriter::commit() {
+    if (Result<void> finished = finish(); !finished) {
+        return finished;
     }
     return target_->commit();
 }

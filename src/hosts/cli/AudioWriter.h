@@ -1,7 +1,7 @@
 // Writes stereo 32-bit floats to a sound file that appears when it is complete.
 #pragma once
 
-#include "hosts/cli/AtomicFile.h"
+#include "hosts/cli/OutputFile.h"
 
 #include <sndfile.h>
 
@@ -43,7 +43,9 @@ public:
     /// Appends frames. In the integer formats samples are scaled by their full scale, rounded to the nearest,
     /// cut at full scale and counted if beyond 1.0; what is no number becomes 0.
     Result<void> write(const float* left, const float* right, std::size_t count);
-    /// Completes the file and gives it its name. Nothing may be written afterwards.
+    /// Completes the content and brings it to the disk. Nothing may be written afterwards.
+    Result<void> finish();
+    /// Finishes the file and gives it its name.
     Result<void> commit();
 
     /// Samples beyond 1.0 that the integer formats had to cut.
@@ -59,14 +61,15 @@ private:
         void operator()(SNDFILE* file) const noexcept { sf_close(file); }
     };
 
-    AudioWriter(std::unique_ptr<AtomicFile> target, OutputFormat format);
+    AudioWriter(std::unique_ptr<OutputFile> target, OutputFormat format);
     static SF_VIRTUAL_IO callbacks();
     NSError failure() const;
 
-    std::unique_ptr<AtomicFile> target_;
+    std::unique_ptr<OutputFile> target_;
     OutputFormat format_;
     Stream stream_;
     std::unique_ptr<SNDFILE, Close> file_; // after `stream_`, which closing still uses
+    int closingStatus_ = 0;
     std::vector<float> floats_;
     std::vector<int> integers_;
     std::uint64_t clipped_ = 0;

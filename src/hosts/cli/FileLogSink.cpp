@@ -1,6 +1,6 @@
 #include "hosts/cli/FileLogSink.h"
 
-#include "hosts/cli/AtomicFile.h"
+#include "hosts/cli/OutputFile.h"
 
 #include <cerrno>
 

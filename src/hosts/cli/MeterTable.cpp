@@ -11,14 +11,14 @@ constexpr std::size_t kPendingLength = 65536; // bytes
 } // namespace
 
 Result<std::unique_ptr<MeterTable>> MeterTable::create(const std::string& file) {
-    Result<std::unique_ptr<AtomicFile>> target = AtomicFile::create(file);
+    Result<std::unique_ptr<OutputFile>> target = OutputFile::create(file);
     if (!target) {
         return target.error();
     }
     return std::unique_ptr<MeterTable>(new MeterTable(std::move(target).value()));
 }
 
-MeterTable::MeterTable(std::unique_ptr<AtomicFile> file)
+MeterTable::MeterTable(std::unique_ptr<OutputFile> file)
     : file_(std::move(file)), pending_("sampletime,dynamics1,dynamics2,peak1,peak2\n") {}
 
 Result<void> MeterTable::add(std::int64_t sampleTime, const MeterValues& values) {
@@ -37,9 +37,16 @@ Result<void> MeterTable::flush() {
     return written;
 }
 
-Result<void> MeterTable::commit() {
+Result<void> MeterTable::finish() {
     if (Result<void> written = flush(); !written) {
         return written;
+    }
+    return file_->sync();
+}
+
+Result<void> MeterTable::commit() {
+    if (Result<void> finished = finish(); !finished) {
+        return finished;
     }
     return file_->commit();
 }

@@ -1,7 +1,7 @@
 // The meters of each render call as a table of comma-separated values.
 #pragma once
 
-#include "hosts/cli/AtomicFile.h"
+#include "hosts/cli/OutputFile.h"
 
 #include <cstdint>
 #include <memory>
@@ -24,13 +24,15 @@ public:
     static Result<std::unique_ptr<MeterTable>> create(const std::string& file);
 
     Result<void> add(std::int64_t sampleTime, const MeterValues& values);
+    /// Writes what is still to be written and brings it to the disk.
+    Result<void> finish();
     Result<void> commit();
 
 private:
-    explicit MeterTable(std::unique_ptr<AtomicFile> file);
+    explicit MeterTable(std::unique_ptr<OutputFile> file);
     Result<void> flush();
 
-    std::unique_ptr<AtomicFile> file_;
+    std::unique_ptr<OutputFile> file_;
     std::string pending_;
 };
 

@@ -1,41 +1,39 @@
-// A file that appears under its name only when it is complete.
+// A file that the program writes, with errors that say what to do.
 #pragma once
 
 #include "hosts/cli/Failure.h"
+#include "platform/files/AtomicFile.h"
 
 #include <memory>
 #include <string>
 
 namespace qor::cli {
 
-/// Writes to a temporary file beside the target and renames it in `commit`. Destroyed before that, it leaves
-/// the target as it was and removes the temporary file. A target that is a symbolic link is followed; an
-/// existing target keeps its permissions.
-class AtomicFile {
+/// Appears under its name only when it is complete; see `platform::AtomicFile`.
+class OutputFile {
 public:
     /// Fails if the target's folder is missing or cannot be written, or the target is not a plain file.
-    static Result<std::unique_ptr<AtomicFile>> create(const std::string& target);
-
-    ~AtomicFile();
-    AtomicFile(const AtomicFile&) = delete;
-    AtomicFile& operator=(const AtomicFile&) = delete;
+    static Result<std::unique_ptr<OutputFile>> create(const std::string& target);
 
     /// Open for reading and writing, at the start of an empty file.
-    int descriptor() const noexcept { return descriptor_; }
+    int descriptor() const noexcept { return file_->descriptor(); }
+    /// As the user wrote it.
     const std::string& target() const noexcept { return target_; }
 
     /// Appends the bytes.
-    Result<void> write(std::string_view bytes);
-    /// Brings the content to the disk and gives the file its name. Nothing may be written afterwards.
-    Result<void> commit();
+    Result<void> write(std::string_view bytes) { return explained(file_->write(bytes)); }
+    /// Brings the content to the disk, so that hardly anything can fail in `commit`.
+    Result<void> sync() { return explained(file_->sync()); }
+    /// Gives the file its name. Nothing may be written afterwards.
+    Result<void> commit() { return explained(file_->commit()); }
 
 private:
-    AtomicFile(std::string target, std::string resolved, std::string temporary, int descriptor);
+    OutputFile(std::string target, std::unique_ptr<AtomicFile> file)
+        : target_(std::move(target)), file_(std::move(file)) {}
+    Result<void> explained(const Result<void>& result) const;
 
-    std::string target_;    // as the user wrote it
-    std::string resolved_;  // behind symbolic links
-    std::string temporary_; // empty once renamed
-    int descriptor_;
+    std::string target_;
+    std::unique_ptr<AtomicFile> file_;
 };
 
 /// "cannot write 'FILE': REASON. REMEDY", for an errno value.

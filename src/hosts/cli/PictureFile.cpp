@@ -21,7 +21,7 @@ Result<std::unique_ptr<PictureFile>> PictureFile::create(const std::string& file
     } else if (ending != ".png") {
         return wrongUsage("The picture " + shown(file) + " has no known ending. Name it .png, .svg or .pdf.");
     }
-    Result<std::unique_ptr<AtomicFile>> made = AtomicFile::create(file);
+    Result<std::unique_ptr<OutputFile>> made = OutputFile::create(file);
     if (!made) {
         return made.error();
     }
@@ -57,7 +57,7 @@ Result<void> PictureFile::write(const CGSize& points, double scale, const std::f
     if (Result<void> written = file_->write(bytes.value()); !written) {
         return written;
     }
-    return file_->commit();
+    return file_->sync();
 }
 
 } // namespace qor::cli

@@ -151,15 +151,29 @@ Result<void> Job::drawReportFile() {
     });
 }
 
+// All contents are on the disk before the first file gets its name: the files appear together or not at all.
 Result<void> Job::commit() {
-    if (meters_ != nullptr) {
-        if (Result<void> done = meters_->commit(); !done) {
-            return done;
+    if (report_ != nullptr) {
+        if (Result<void> drawn = drawReportFile(); !drawn) {
+            return drawn;
         }
     }
+    if (meters_ != nullptr) {
+        if (Result<void> finished = meters_->finish(); !finished) {
+            return finished;
+        }
+    }
+    if (Result<void> finished = writer_->finish(); !finished) {
+        return finished;
+    }
     if (report_ != nullptr) {
-        if (Result<void> done = drawReportFile(); !done) {
-            return done;
+        if (Result<void> named = report_->commit(); !named) {
+            return named;
+        }
+    }
+    if (meters_ != nullptr) {
+        if (Result<void> named = meters_->commit(); !named) {
+            return named;
         }
     }
     return writer_->commit();

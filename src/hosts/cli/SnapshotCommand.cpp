@@ -88,8 +88,13 @@ Result<void> runSnapshot(const SnapshotArguments& arguments) {
     if (!file) {
         return file.error();
     }
-    return file.value()->write({.width = size[0], .height = size[1]}, scale[0],
-                               [&] { scene.draw(CGRectMake(0.0, 0.0, size[0], size[1])); });
+    if (Result<void> written =
+            file.value()->write({.width = size[0], .height = size[1]}, scale[0],
+                                [&] { scene.draw(CGRectMake(0.0, 0.0, size[0], size[1])); });
+        !written) {
+        return written;
+    }
+    return file.value()->commit();
 }
 
 } // namespace

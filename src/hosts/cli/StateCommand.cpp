@@ -1,5 +1,6 @@
 // qor-limiter state: what a host saves of the plug-in, as a file to make and to check.
 #include "hosts/cli/Command.h"
+#include "hosts/cli/OutputFile.h"
 #include "hosts/cli/PresetSettings.h"
 
 #include <algorithm>
@@ -33,9 +34,14 @@ Result<void> saveStateFile(const StateArguments& arguments) {
             return workFailed(set.error().localizedDescription());
         }
     }
-    const auto written =
-        writeAtomically(host::saveState(*unit.value()), URL::fileURLWithPath(arguments.file));
-    return written ? Result<void>() : workFailed(written.error().localizedDescription());
+    const auto file = OutputFile::create(arguments.file);
+    if (!file) {
+        return file.error();
+    }
+    if (auto written = file.value()->write(textView(host::saveState(*unit.value()))); !written) {
+        return written;
+    }
+    return file.value()->commit();
 }
 
 Result<void> checkStateFile(const StateArguments& arguments) {

@@ -1,18 +1,15 @@
 #include "platform/files/AtomicFile.h"
 
-#include "platform/files/FileDescriptor.h"
-
 #include <cerrno>
 #include <cstddef>
 #include <fcntl.h>
 #include <filesystem>
 #include <random>
-#include <string>
-#include <string_view>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace platform {
 namespace {
@@ -20,15 +17,54 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kRandomLetters = 6;
+constexpr std::size_t kLongestPart = 200; // bytes of the name in a temporary name, which may have 255
+constexpr int kMostLinks = 40;            // as many as the system follows
 
-NSError writeError(const fs::path& path, int code) {
+NSError writeError(const std::string& path, int code) {
     return {NSPOSIXErrorDomain,
             code,
-            {{NSLocalizedDescriptionKey, "The file can't be written: '" + path.string() +
-                                             "': " + std::generic_category().message(code)}}};
+            {{NSLocalizedDescriptionKey,
+              "The file can't be written: '" + path + "': " + std::generic_category().message(code)}}};
 }
 
-/// Makes a file of a new name that begins with `prefix`. The permissions are what the user's mask leaves.
+/// Where the bytes are to end up, also if nothing is there yet. Returns 0 or the error.
+int followLinks(fs::path& path) {
+    std::error_code code;
+    for (int links = 0; fs::is_symlink(path, code); ++links) {
+        if (links == kMostLinks) {
+            return ELOOP;
+        }
+        const fs::path next = fs::read_symlink(path, code);
+        if (code) {
+            return code.value();
+        }
+        path = next.is_absolute() ? next : path.parent_path() / next;
+    }
+    return 0;
+}
+
+/// What temporary names of a file begin with.
+std::string temporaryPrefix(const fs::path& path) {
+    std::string name = path.filename().string();
+    if (name.size() > kLongestPart) {
+        std::size_t end = kLongestPart;
+        while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xC0U) == 0x80U) {
+            --end; // not in the middle of a character
+        }
+        name.resize(end);
+    }
+    return "." + name + kTemporaryMark;
+}
+
+bool isNamed(int file, const std::string& path) {
+    struct stat open {};
+    struct stat named {};
+    return ::fstat(file, &open) == 0 && ::lstat(path.c_str(), &named) == 0 && open.st_dev == named.st_dev &&
+           open.st_ino == named.st_ino;
+}
+
+/// Makes and locks a file of a new name that begins with `prefix`. The permissions are what the user's mask
+/// leaves. On failure `errno` says why.
 FileDescriptor createTemporary(const fs::path& directory, const std::string& prefix, std::string& path) {
     constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyz0123456789";
     constexpr int kAttempts = 100;
@@ -39,10 +75,17 @@ FileDescriptor createTemporary(const fs::path& directory, const std::string& pre
             path += kLetters[random() % kLetters.size()];
         }
         FileDescriptor file(::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-        if (file || errno != EEXIST) {
+        if (!file && errno != EEXIST) {
+            return file;
+        }
+        // In the moment before the lock another writer can take the file for a leftover. On a file system
+        // without locks nobody takes any.
+        if (file && (::flock(file.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) &&
+            isNamed(file.get(), path)) {
             return file;
         }
     }
+    errno = EEXIST;
     return FileDescriptor(-1);
 }
 
@@ -55,85 +98,110 @@ void removeLeftovers(const fs::path& directory, const std::string& prefix) {
         if (name.rfind(prefix, 0) != 0 || name.size() != prefix.size() + kRandomLetters) {
             continue;
         }
-        const FileDescriptor file(::open(entry->path().c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
+        const FileDescriptor file(
+            ::open(entry->path().c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
         if (file && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0) {
             ::unlink(entry->path().c_str());
         }
     }
 }
 
-/// Writes all bytes and brings them to the disk. Returns 0 or the error.
-int writeThrough(int file, const Data& data) {
-    std::size_t written = 0;
-    while (written < data.size()) {
-        const ssize_t count = ::write(file, data.data() + written, data.size() - written);
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count <= 0) {
-            return count < 0 ? errno : EIO;
-        }
-        written += static_cast<std::size_t>(count);
-    }
-    return ::fsync(file) == 0 ? 0 : errno;
-}
-
-/// One attempt. Returns 0 or the error; ENOENT can mean that another process took the temporary file for a
-/// leftover in the moment before it was locked.
-int writeOnce(const Data& data, const fs::path& path, const std::string& prefix) {
-    std::string temporary;
-    const FileDescriptor file = createTemporary(path.parent_path(), prefix, temporary);
-    if (!file) {
-        return errno;
-    }
-    ::flock(file.get(), LOCK_EX | LOCK_NB);
-    int code = writeThrough(file.get(), data);
-    struct stat before {};
-    if (code == 0 && ::stat(path.c_str(), &before) == 0 &&
-        ::fchmod(file.get(), before.st_mode & 07777U) != 0) {
-        code = errno;
-    }
-    if (code == 0 && ::rename(temporary.c_str(), path.c_str()) != 0) {
-        code = errno;
-    }
-    if (code != 0) {
-        ::unlink(temporary.c_str());
-        return code;
-    }
-    // The rename itself must outlive a power cut; a file system that can't sync a directory still has it.
-    const FileDescriptor directory(::open(path.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (directory) {
-        ::fsync(directory.get());
-    }
-    return 0;
+fs::path directoryOf(const fs::path& path) {
+    return path.has_parent_path() ? path.parent_path() : fs::path(".");
 }
 
 } // namespace
 
-Result<void> writeAtomically(const Data& data, const URL& url) {
-    std::error_code code;
-    fs::path path = fs::absolute(url.path(), code);
-    if (code || path.filename().empty()) {
-        return writeError(url.path(), code ? code.value() : EINVAL);
+Result<std::unique_ptr<AtomicFile>> AtomicFile::create(const std::string& path) {
+    fs::path resolved = path;
+    if (const int code = followLinks(resolved); code != 0) {
+        return writeError(path, code);
     }
-    if (fs::is_symlink(path, code)) {
-        path = fs::weakly_canonical(path, code);
-        if (code) {
-            return writeError(url.path(), code.value());
+    struct stat existing {};
+    const bool exists = ::stat(resolved.c_str(), &existing) == 0;
+    const int missing = exists ? 0 : errno;
+    if (!resolved.has_filename() || (exists && S_ISDIR(existing.st_mode))) {
+        return writeError(path, path.empty() ? ENOENT : EISDIR);
+    }
+    if (exists && !S_ISREG(existing.st_mode)) {
+        return writeError(path, ENOTSUP);
+    }
+    if (!exists && missing != ENOENT) { // said now and not when all the work is done
+        return writeError(path, missing);
+    }
+    const fs::path directory = directoryOf(resolved);
+    const std::string prefix = temporaryPrefix(resolved);
+    removeLeftovers(directory, prefix);
+    std::string temporary;
+    FileDescriptor file = createTemporary(directory, prefix, temporary);
+    if (!file) {
+        return writeError(path, errno);
+    }
+    if (exists) { // not fatal where the file system has no permissions
+        static_cast<void>(::fchmod(file.get(), existing.st_mode & 07777U));
+    }
+    return std::unique_ptr<AtomicFile>(
+        new AtomicFile(path, resolved.string(), std::move(temporary), std::move(file)));
+}
+
+AtomicFile::AtomicFile(std::string path, std::string resolved, std::string temporary, FileDescriptor file)
+    : path_(std::move(path)), resolved_(std::move(resolved)), temporary_(std::move(temporary)),
+      file_(std::move(file)) {}
+
+AtomicFile::~AtomicFile() {
+    if (!temporary_.empty()) {
+        ::unlink(temporary_.c_str());
+    }
+}
+
+NSError AtomicFile::failure(int code) const {
+    return writeError(path_, code);
+}
+
+Result<void> AtomicFile::write(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(file_.get(), bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) {
+            continue;
         }
-    }
-    std::string prefix(1, '.');
-    prefix += path.filename().string();
-    prefix += kTemporaryMark;
-    removeLeftovers(path.parent_path(), prefix);
-    int error = writeOnce(data, path, prefix);
-    if (error == ENOENT) {
-        error = writeOnce(data, path, prefix);
-    }
-    if (error != 0) {
-        return writeError(path, error);
+        if (count <= 0) {
+            return failure(count < 0 ? errno : ENOSPC);
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(count));
     }
     return {};
+}
+
+Result<void> AtomicFile::sync() {
+    return ::fsync(file_.get()) == 0 ? Result<void>() : failure(errno);
+}
+
+Result<void> AtomicFile::commit() {
+    if (Result<void> synced = sync(); !synced) {
+        return synced;
+    }
+    if (::rename(temporary_.c_str(), resolved_.c_str()) != 0) {
+        return failure(errno);
+    }
+    temporary_.clear();
+    // The rename itself must outlive a power cut; a file system that can't sync a directory still has it.
+    const FileDescriptor directory(
+        ::open(directoryOf(resolved_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (directory) {
+        ::fsync(directory.get());
+    }
+    return {};
+}
+
+Result<void> writeAtomically(const Data& data, const URL& url) {
+    const Result<std::unique_ptr<AtomicFile>> file = AtomicFile::create(url.path());
+    if (!file) {
+        return file.error();
+    }
+    if (Result<void> written = file.value()->write(textView(data)); !written) {
+        return written;
+    }
+    return file.value()->commit();
 }
 
 } // namespace platform

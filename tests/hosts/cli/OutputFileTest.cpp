@@ -1,21 +1,21 @@
-#include "hosts/cli/AtomicFile.h"
+#include "hosts/cli/OutputFile.h"
 
 #include "TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <filesystem>
-#include <sys/stat.h>
 
 using namespace qor::cli;
 using testing::ElementsAre;
 using testing::HasSubstr;
 namespace fs = std::filesystem;
 
-TEST(AtomicFile, AppearsOnlyOnCommit) {
+TEST(OutputFile, AppearsOnlyOnCommit) {
     const test::TemporaryFolder folder;
-    auto file = AtomicFile::create(folder.path("a.txt"));
+    auto file = OutputFile::create(folder.path("a.txt"));
     ASSERT_TRUE(file);
     ASSERT_TRUE(file.value()->write("hello"));
     EXPECT_FALSE(fs::exists(folder.path("a.txt")));
@@ -24,55 +24,30 @@ TEST(AtomicFile, AppearsOnlyOnCommit) {
     EXPECT_THAT(folder.names(), ElementsAre("a.txt"));
 }
 
-TEST(AtomicFile, GivenUpLeavesTheOldContentAndNoTemporaryFile) {
+TEST(OutputFile, GivenUpLeavesNothing) {
     const test::TemporaryFolder folder;
-    const std::string target = folder.write("a.txt", "old");
-    {
-        auto file = AtomicFile::create(target);
-        ASSERT_TRUE(file);
-        ASSERT_TRUE(file.value()->write("new"));
-        EXPECT_EQ(test::contentOf(target), "old");
-    }
-    EXPECT_EQ(test::contentOf(target), "old");
-    EXPECT_THAT(folder.names(), ElementsAre("a.txt"));
+    ASSERT_TRUE(OutputFile::create(folder.path("a.txt")).value()->write("new"));
+    EXPECT_THAT(folder.names(), ElementsAre());
 }
 
-TEST(AtomicFile, KeepsThePermissionsOfAnExistingTarget) {
+TEST(OutputFile, FailuresNameTheFileAsTheUserWroteItAndTheRemedy) {
+    EXPECT_EQ(writeFailure("a b.wav", ENOSPC).localizedDescription(),
+              "cannot write 'a b.wav': No space left on device. Free some space or choose another disk.");
+    EXPECT_EQ(OutputFile::create(std::string(300, 'x')).error().localizedDescription(),
+              "cannot write '" + std::string(300, 'x') + "': File name too long. Choose a shorter name.");
     const test::TemporaryFolder folder;
-    const std::string target = folder.write("a.txt", "old");
-    fs::permissions(target, fs::perms(0640));
-    auto file = AtomicFile::create(target);
+    const auto file = OutputFile::create(folder.path("a.txt"));
     ASSERT_TRUE(file);
-    ASSERT_TRUE(file.value()->commit());
-    EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
+    std::filesystem::remove_all(folder.path(""));
+    EXPECT_EQ(file.value()->commit().error().localizedDescription(),
+              "cannot write '" + folder.path("a.txt") +
+                  "': No such file or directory. Create the folder first.");
 }
 
-TEST(AtomicFile, GivesANewFileThePermissionsOfTheMask) {
-    const test::TemporaryFolder folder;
-    const mode_t before = ::umask(027);
-    auto file = AtomicFile::create(folder.path("a.txt"));
-    ::umask(before);
-    ASSERT_TRUE(file);
-    ASSERT_TRUE(file.value()->commit());
-    EXPECT_EQ(fs::status(folder.path("a.txt")).permissions(), fs::perms(0640));
-}
-
-TEST(AtomicFile, FollowsASymbolicLinkToItsTarget) {
-    const test::TemporaryFolder folder;
-    fs::create_directory(folder.path("far"));
-    fs::create_symlink("far/real.txt", folder.path("link.txt"));
-    auto file = AtomicFile::create(folder.path("link.txt"));
-    ASSERT_TRUE(file);
-    ASSERT_TRUE(file.value()->write("x"));
-    ASSERT_TRUE(file.value()->commit());
-    EXPECT_TRUE(fs::is_symlink(folder.path("link.txt")));
-    EXPECT_EQ(test::contentOf(folder.path("far/real.txt")), "x");
-}
-
-TEST(AtomicFile, RefusesAFolderAMissingFolderADeviceAndNoName) {
+TEST(OutputFile, RefusesAFolderAMissingFolderADeviceAndNoName) {
     const test::TemporaryFolder folder;
     const auto message = [](const std::string& target) {
-        return AtomicFile::create(target).error().localizedDescription();
+        return OutputFile::create(target).error().localizedDescription();
     };
     EXPECT_EQ(message(folder.path("")),
               "cannot write '" + folder.path("") + "': it is a folder. Add a file name.");
@@ -81,6 +56,6 @@ TEST(AtomicFile, RefusesAFolderAMissingFolderADeviceAndNoName) {
                   "': No such file or directory. Create the folder first.");
     EXPECT_EQ(message("/dev/null"), "cannot write '/dev/null': it is not a plain file. Name a plain file.");
     EXPECT_EQ(message(""), "an output file needs a name");
-    EXPECT_EQ(AtomicFile::create("").error().code, kExitWrongUsage);
-    EXPECT_EQ(AtomicFile::create("/dev/null").error().code, kExitWorkFailed);
+    EXPECT_EQ(OutputFile::create("").error().code, kExitWrongUsage);
+    EXPECT_EQ(OutputFile::create("/dev/null").error().code, kExitWorkFailed);
 }

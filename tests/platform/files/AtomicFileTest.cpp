@@ -1,9 +1,11 @@
 #include "platform/files/AtomicFile.h"
 
+#include "platform/files/Utf8.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
@@ -55,6 +57,106 @@ TEST(AtomicFile, WritesThroughASymbolicLink) {
     ASSERT_TRUE(write(directory.file("link"), "new"));
     EXPECT_TRUE(std::filesystem::is_symlink(directory.file("link")));
     EXPECT_EQ(test::readFile(directory.file("real/a")), "new");
+}
+
+TEST(AtomicFile, AppearsOnlyOnCommit) {
+    const test::TemporaryDirectory directory;
+    const auto file = AtomicFile::create(directory.file("a"));
+    ASSERT_TRUE(file);
+    ASSERT_TRUE(file.value()->write("hel"));
+    ASSERT_TRUE(file.value()->sync());
+    ASSERT_TRUE(file.value()->write("lo"));
+    EXPECT_FALSE(std::filesystem::exists(directory.file("a")));
+    ASSERT_TRUE(file.value()->commit());
+    EXPECT_EQ(test::readFile(directory.file("a")), "hello");
+    EXPECT_EQ(entryCount(directory.path()), 1U);
+}
+
+TEST(AtomicFile, GivenUpLeavesTheOldContentAndNoTemporaryFile) {
+    const test::TemporaryDirectory directory;
+    const std::string path = directory.file("a");
+    test::writeFile(path, "old");
+    {
+        const auto file = AtomicFile::create(path);
+        ASSERT_TRUE(file);
+        ASSERT_TRUE(file.value()->write("new"));
+        EXPECT_EQ(entryCount(directory.path()), 2U);
+    }
+    EXPECT_EQ(test::readFile(path), "old");
+    EXPECT_EQ(entryCount(directory.path()), 1U);
+}
+
+TEST(AtomicFile, GivesANewFileThePermissionsOfTheMask) {
+    const test::TemporaryDirectory directory;
+    const mode_t before = ::umask(027);
+    const Result<void> written = write(directory.file("a"), "x");
+    ::umask(before);
+    ASSERT_TRUE(written);
+    EXPECT_EQ(std::filesystem::status(directory.file("a")).permissions(), std::filesystem::perms(0640));
+}
+
+TEST(AtomicFile, WritesWhatADanglingLinkPointsTo) {
+    const test::TemporaryDirectory directory;
+    std::filesystem::create_directory(directory.path() / "far");
+    std::filesystem::create_symlink("far/real", directory.file("link"));
+    std::filesystem::create_symlink("link", directory.file("second"));
+    ASSERT_TRUE(write(directory.file("second"), "x"));
+    EXPECT_TRUE(std::filesystem::is_symlink(directory.file("link")));
+    EXPECT_TRUE(std::filesystem::is_symlink(directory.file("second")));
+    EXPECT_EQ(test::readFile(directory.file("far/real")), "x");
+}
+
+TEST(AtomicFile, LinksInACircleAreRefusedAndStay) {
+    const test::TemporaryDirectory directory;
+    std::filesystem::create_symlink("b", directory.file("a"));
+    std::filesystem::create_symlink("a", directory.file("b"));
+    const Result<void> written = write(directory.file("a"), "x");
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().code, ELOOP);
+    EXPECT_TRUE(std::filesystem::is_symlink(directory.file("a")));
+    EXPECT_EQ(entryCount(directory.path()), 2U);
+}
+
+TEST(AtomicFile, WhatIsNoPlainFileIsNeverReplaced) {
+    const test::TemporaryDirectory directory;
+    ASSERT_EQ(::mkfifo(directory.file("pipe").c_str(), 0600), 0);
+    const Result<void> written = write(directory.file("pipe"), "x");
+    ASSERT_FALSE(written);
+    EXPECT_EQ(written.error().code, ENOTSUP);
+    EXPECT_TRUE(std::filesystem::is_fifo(directory.file("pipe")));
+    const auto folder = AtomicFile::create(directory.path().string() + "/");
+    ASSERT_FALSE(folder);
+    EXPECT_EQ(folder.error().code, EISDIR);
+    EXPECT_EQ(AtomicFile::create(directory.file("none/")).error().code, EISDIR);
+    EXPECT_EQ(AtomicFile::create("").error().code, ENOENT);
+    EXPECT_EQ(entryCount(directory.path()), 1U);
+}
+
+TEST(AtomicFile, ANameOfTheGreatestLengthIsWritten) {
+    const test::TemporaryDirectory directory;
+    std::string longest = "x"; // 255 bytes, of two-byte characters behind an odd one
+    while (longest.size() < 255) {
+        longest += "\xC3\xA4";
+    }
+    ASSERT_TRUE(write(directory.file(longest), "content"));
+    EXPECT_EQ(test::readFile(directory.file(longest)), "content");
+    const auto file = AtomicFile::create(directory.file(longest));
+    ASSERT_TRUE(file);
+    for (const auto& entry : std::filesystem::directory_iterator(directory.path())) {
+        EXPECT_EQ(findBadUtf8(entry.path().filename().string()), std::string_view::npos)
+            << "cut in the middle of a character";
+    }
+}
+
+TEST(AtomicFile, AWriterAtWorkKeepsItsTemporaryFile) {
+    const test::TemporaryDirectory directory;
+    const auto slow = AtomicFile::create(directory.file("a"));
+    ASSERT_TRUE(slow);
+    ASSERT_TRUE(slow.value()->write("slow"));
+    ASSERT_TRUE(write(directory.file("a"), "quick")); // removes leftovers, and this is none
+    EXPECT_EQ(test::readFile(directory.file("a")), "quick");
+    ASSERT_TRUE(slow.value()->commit());
+    EXPECT_EQ(test::readFile(directory.file("a")), "slow");
 }
 
 TEST(AtomicFile, AFailedWriteNamesThePathAndLeavesTheOldFile) {
