@@ -17,6 +17,14 @@ echo "== description"
 lv2_validate "$bundle"/*.ttl >"$work/validate" 2>&1 || { cat "$work/validate" >&2; fail lv2_validate; }
 grep -q 'Found 0 errors' "$work/validate" || { cat "$work/validate" >&2; fail "lv2_validate found something"; }
 grep -iE '^(warning|error)' "$work/validate" && fail "lv2_validate warns"
+# Against the definitions of all vocabularies alone, and once with a break that has to be found.
+mapfile -t schemas < <(dpkg -L lv2-dev | grep '\.ttl$')
+[ ${#schemas[@]} -gt 20 ] || fail "the vocabularies of lv2-dev are missing"
+sord_validate -l "${schemas[@]}" "$bundle"/*.ttl >"$work/sord" 2>&1 || { cat "$work/sord" >&2; fail sord_validate; }
+tail -1 "$work/sord"
+sed 's/lv2:index 4 /lv2:index "four" /' "$bundle/qor-limiter.ttl" >"$work/broken.ttl"
+sord_validate -l "${schemas[@]}" "$bundle/manifest.ttl" "$bundle/presets.ttl" "$work/broken.ttl" >/dev/null 2>&1 &&
+  fail "sord_validate takes a port whose index is a word"
 LV2_PATH=$build/lv2 lv2info "$uri" >"$work/info" || fail lv2info
 grep -q 'Designation:.*enabled' "$work/info" || fail "lv2info shows no enabled designation"
 
@@ -41,7 +49,8 @@ for final in 0 1; do
 done
 
 echo "== jalv"
-jackd -r -d dummy -r 48000 -p 256 >"$work/jack.log" 2>&1 &
+export JACK_DEFAULT_SERVER=qor-limiter-lv2-$$
+jackd -n "$JACK_DEFAULT_SERVER" -r -d dummy -r 48000 -p 256 >"$work/jack.log" 2>&1 &
 jack=$!
 trap 'kill $jack 2>/dev/null || true; rm -rf "$work"' EXIT
 for _ in $(seq 50); do

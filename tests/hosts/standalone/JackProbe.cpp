@@ -1,5 +1,7 @@
 // Plays a sound file through a JACK client and compares what comes back with another file, bit for bit.
 //   jack-probe INPUT REFERENCE CLIENT
+// Or plays it over and over, as time goes, until a signal ends it.
+//   jack-probe --play INPUT CLIENT
 #include <jack/jack.h>
 #include <sndfile.h>
 
@@ -43,6 +45,7 @@ struct Probe {
     std::size_t position = 0;
     std::atomic<bool> running{false};
     std::atomic<bool> done{false};
+    bool forever = false;
 
     int process(jack_nframes_t frames) {
         const bool active = running.load() && !done.load();
@@ -59,7 +62,11 @@ struct Probe {
         }
         if (active) {
             position += frames;
-            done.store(position >= recorded[0].size());
+            if (forever) {
+                position = position < played[0].size() ? position : 0;
+            } else {
+                done.store(position >= recorded[0].size());
+            }
         }
         return 0;
     }
@@ -84,12 +91,14 @@ bool equalAt(const Stereo& recorded, const Stereo& reference, std::size_t shift,
 
 int main(int count, char** arguments) {
     if (count != 4) {
-        std::fprintf(stderr, "usage: jack-probe INPUT REFERENCE CLIENT\n");
+        std::fprintf(stderr,
+                     "usage: jack-probe INPUT REFERENCE CLIENT\n       jack-probe --play INPUT CLIENT\n");
         return 2;
     }
     Probe probe;
-    probe.played = read(arguments[1]);
-    const Stereo reference = read(arguments[2]);
+    probe.forever = std::string(arguments[1]) == "--play";
+    probe.played = read(arguments[probe.forever ? 2 : 1]);
+    const Stereo reference = probe.forever ? Stereo{} : read(arguments[2]);
     jack_client_t* client = jack_client_open("probe", JackNoStartServer, nullptr);
     if (client == nullptr) {
         std::fprintf(stderr, "jack-probe: no JACK server\n");
@@ -114,6 +123,12 @@ int main(int count, char** arguments) {
             jack_connect(client, (app + ":" + kOutputs[c]).c_str(), jack_port_name(probe.inputs[c])) != 0) {
             std::fprintf(stderr, "jack-probe: the ports of %s cannot be connected\n", app.c_str());
             return 2;
+        }
+    }
+    if (probe.forever) {
+        probe.running.store(true);
+        for (;;) {
+            std::this_thread::sleep_for(std::chrono::seconds(1));
         }
     }
     // Without a clock that drives it the server waits for every client, so that a busy machine loses nothing.
