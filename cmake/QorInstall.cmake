@@ -7,6 +7,8 @@ install(FILES "${CMAKE_SOURCE_DIR}/resources/EditorLayout.plist" DESTINATION "${
   COMPONENT common)
 install(FILES "${CMAKE_SOURCE_DIR}/README.md" "${CMAKE_SOURCE_DIR}/resources/debian/copyright"
   DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/qor-limiter" COMPONENT common)
+install(DIRECTORY "${CMAKE_SOURCE_DIR}/docs" # where README.md points
+  DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/qor-limiter" COMPONENT common)
 if(TARGET qor-limiter-app)
   install(FILES "${CMAKE_SOURCE_DIR}/resources/desktop/org.qrvk.qor-limiter.desktop"
     DESTINATION "${CMAKE_INSTALL_DATADIR}/applications" COMPONENT app)

@@ -11,6 +11,7 @@ places=("$HOME/.clap/qor-limiter.clap" "$HOME/.lv2/qor-limiter.lv2" "$HOME/.vst3
 
 if [ "${1:-}" = --remove ]; then
   rm -rf -- "${places[@]}"
+  [ ! -d "$data" ] || rmdir --ignore-fail-on-non-empty -- "$data" # your presets stay
   printf 'removed: %s\n' "${places[@]}"
   exit 0
 fi
