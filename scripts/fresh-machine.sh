@@ -2,7 +2,6 @@
 # Proves the two commands on a bare Debian 12: bootstraps a minimal system into a scratch folder, clones the
 # committed tree into it, and runs the commands there under chroot. Needs root and the package debootstrap.
 #   scripts/fresh-machine.sh [--keep] [COMMAND...]        default commands: ./test.sh ./run.sh
-# The machine's own package sources and keyrings are used inside; nothing is installed outside the folder.
 set -euo pipefail
 top=$(cd "$(dirname "$0")/.." && pwd)
 
@@ -10,40 +9,10 @@ keep=
 [ "${1:-}" = --keep ] && { keep=yes; shift; }
 [ $# -gt 0 ] || set -- ./test.sh ./run.sh
 
-[ "$(id -u)" -eq 0 ] || { echo "fresh-machine.sh: needs root (debootstrap and chroot)" >&2; exit 1; }
-command -v debootstrap >/dev/null || "$top/scripts/install-packages.sh" <(echo debootstrap)
-
-# The first mirror that this machine's own sources name for the release.
-mirror=$(apt-get indextargets --format '$(SITE) $(RELEASE)' 2>/dev/null | awk '$2 == "bookworm" { print $1; exit }')
-[ -n "$mirror" ] || { echo "fresh-machine.sh: no source for Debian 12 (bookworm) is configured" >&2; exit 1; }
-
-root=$(mktemp -d "${TMPDIR:-/tmp}/qor-fresh.XXXXXX")
-cleanup() {
-  for mount in dev proc; do
-    if mountpoint -q "$root/$mount"; then umount -l "$root/$mount"; fi
-  done
-  [ -n "$keep" ] && echo "kept: $root" >&2 || rm -rf --one-file-system "$root"
-}
-trap cleanup EXIT
-
-debootstrap --variant=minbase bookworm "$root" "$mirror" >"$root.log" 2>&1 ||
-  { tail -5 "$root.log" >&2; exit 1; }
-rm -f "$root.log"
-cp /etc/resolv.conf "$root/etc/resolv.conf"
-rm -f "$root/etc/apt/sources.list"
-for source in /etc/apt/sources.list /etc/apt/sources.list.d/debian*; do
-  [ -f "$source" ] && cp "$source" "$root${source}"
-done
-cp -a /usr/share/keyrings/debian-archive-*.gpg "$root/usr/share/keyrings/" 2>/dev/null || true
-cp -a /etc/apt/trusted.gpg.d/. "$root/etc/apt/trusted.gpg.d/" 2>/dev/null || true
-mount -t proc proc "$root/proc"
-mount --rbind /dev "$root/dev"
-mount --make-rslave "$root/dev" # so that unmounting here never reaches the machine's own /dev
-
+. "$top/scripts/bare-system.sh"
 git clone -q "$top" "$root/root/qor-limiter"
 for command in "$@"; do
   echo "== fresh machine: $command"
-  chroot "$root" /usr/bin/env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin TERM=dumb LANG=C.UTF-8 \
-    bash -c "cd /root/qor-limiter && $command"
+  inside "cd /root/qor-limiter && $command"
 done
 echo "== fresh machine: all commands succeeded"

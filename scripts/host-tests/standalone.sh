@@ -72,6 +72,13 @@ eventually grep -q 'the JACK server has gone. The editor works on without sound.
 sleep 1
 kill -0 $program || fail "the program has ended with the server"
 picture lost-server
+start_server
+eventually has_ports elsewhere || fail "the program does not join the server that is back"
+eventually bash -c 'jack_lsp -c elsewhere:out_left | grep -q system:playback_1' || fail "the connections do not come back"
+kill -KILL "$server"
+wait "$server" 2>/dev/null || true
+eventually bash -c "[ \$(grep -c 'the JACK server has gone' '$work/app.log') = 2 ]" ||
+  fail "the program does not say that the server has gone again"
 kill -TERM $program
 wait $program || fail "SIGTERM does not end the program with status 0 after the server has gone"
 

@@ -15,6 +15,7 @@ namespace {
 
 constexpr int kTurn = 20;          // milliseconds between two turns without input
 constexpr double kKeepEvery = 5.0; // seconds between two looks at whether the state has changed
+constexpr double kJoinEvery = 2.0; // seconds between two attempts to find a server again
 constexpr const char* kTitle = "QOR Limiter";
 
 void say(const std::string& text) {
@@ -40,7 +41,8 @@ public:
 private:
     Result<void> open();
     void startSound();
-    void noteLoss();
+    void followSound(double now);
+    void rejoin();
     void showStatus();
     void keep(bool report);
     void turn();
@@ -53,6 +55,7 @@ private:
     std::unique_ptr<host::EditorWindow> window_;
     std::optional<Sound> sound_;
     double keptAt_ = 0.0;
+    double joinedAt_ = 0.0;
     bool closed_ = false;
 };
 
@@ -105,9 +108,33 @@ void App::startSound() {
     showStatus();
 }
 
-void App::noteLoss() {
+void App::followSound(double now) {
+    if (sound_->followRate()) {
+        say("sound: " + sound_->description());
+    }
     if (const auto loss = sound_->takeLoss()) {
         say(*loss + ". The editor works on without sound.");
+        showStatus();
+        joinedAt_ = now;
+    }
+    if (!sound_->isRunning() && now - joinedAt_ >= kJoinEvery) {
+        joinedAt_ = now;
+        rejoin();
+    }
+}
+
+// Only for a JACK server: looking for devices would disturb those that other programs use.
+void App::rejoin() {
+    if (options_.sound.backend != BackendChoice::automatic && options_.sound.backend != BackendChoice::jack) {
+        return;
+    }
+    SoundOptions jack = options_.sound;
+    jack.backend = BackendChoice::jack;
+    if (std::vector<std::string> notes; sound_->start(jack, notes)) {
+        for (const std::string& note : notes) {
+            say(note);
+        }
+        say("sound: " + sound_->description());
         showStatus();
     }
 }
@@ -124,8 +151,8 @@ void App::keep(bool report) {
 
 void App::turn() {
     window_->pump();
-    noteLoss();
     const double now = steadyClock().now();
+    followSound(now);
     if (now - keptAt_ >= kKeepEvery) {
         keptAt_ = now;
         keep(false);
@@ -140,7 +167,7 @@ int App::run() {
     const StopSignal stop;
     sound_.emplace(*unit_);
     startSound();
-    keptAt_ = steadyClock().now();
+    keptAt_ = joinedAt_ = steadyClock().now();
     while (!stop.came() && !closed_) {
         pollfd waiting[] = {{.fd = window_->native().fileDescriptor(), .events = POLLIN, .revents = 0},
                             {.fd = stop.descriptor(), .events = POLLIN, .revents = 0}};

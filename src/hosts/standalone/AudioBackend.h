@@ -37,7 +37,7 @@ public:
 
     /// For messages: "JACK".
     virtual std::string name() const = 0;
-    /// In hertz; known before `start`.
+    /// In hertz, as it is now; known before `start`. A server may change it while it runs.
     virtual double sampleRate() const = 0;
     /// From now on the target is called. It must outlive the backend.
     virtual Result<void> start(AudioTarget& target) = 0;

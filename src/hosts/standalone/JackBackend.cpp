@@ -58,7 +58,7 @@ public:
     ~JackBackend() override { JackBackend::stop(); }
 
     std::string name() const override { return "JACK"; }
-    double sampleRate() const override { return rate_; }
+    double sampleRate() const override { return rate_.load(); }
 
     Result<void> start(AudioTarget& target) override {
         target_ = &target;
@@ -69,6 +69,9 @@ public:
                 return static_cast<JackBackend*>(self)->process(frames);
             },
             this);
+        // PipeWire's library calls this one alone.
+        jack_on_shutdown(
+            client, [](void* self) { static_cast<JackBackend*>(self)->gone_.store(true); }, this);
         jack_on_info_shutdown(
             client,
             [](jack_status_t /*code*/, const char* /*reason*/, void* self) {
@@ -78,8 +81,7 @@ public:
         jack_set_sample_rate_callback(
             client,
             [](jack_nframes_t rate, void* self) {
-                auto* backend = static_cast<JackBackend*>(self);
-                backend->rateChanged_.store(static_cast<double>(rate) != backend->rate_);
+                static_cast<JackBackend*>(self)->rate_.store(rate);
                 return 0;
             },
             this);
@@ -127,9 +129,6 @@ public:
         if (gone_.load()) {
             return "the JACK server has gone";
         }
-        if (rateChanged_.load()) {
-            return "the JACK server has changed its sample rate";
-        }
         return std::nullopt;
     }
 
@@ -150,12 +149,11 @@ private:
     }
 
     Client client_;
-    double rate_;
+    std::atomic<double> rate_;
     AudioTarget* target_ = nullptr;
     std::array<jack_port_t*, 2> inputs_{};
     std::array<jack_port_t*, 2> outputs_{};
     std::atomic<bool> gone_{false};
-    std::atomic<bool> rateChanged_{false};
 };
 
 } // namespace

@@ -2,9 +2,18 @@
 
 #include "platform/core/Text.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cmath>
+#include <thread>
 
 namespace qor::app {
+
+namespace {
+
+constexpr std::chrono::milliseconds kDoorPause{1};
+
+} // namespace
 
 Result<void> Sound::start(const SoundOptions& options, std::vector<std::string>& notes) {
     stop();
@@ -33,7 +42,9 @@ Result<void> Sound::start(const SoundOptions& options, std::vector<std::string>&
 }
 
 Result<void> Sound::run(std::unique_ptr<AudioBackend> backend) {
-    if (auto ready = host_.activate(backend->sampleRate()); !ready) {
+    stop();
+    rate_ = backend->sampleRate();
+    if (auto ready = host_.activate(rate_); !ready) {
         return ready;
     }
     if (auto started = backend->start(*this); !started) {
@@ -49,6 +60,7 @@ void Sound::stop() noexcept {
     if (backend_ != nullptr) {
         backend_.reset(); // no call of `process` behind this
         host_.deactivate();
+        door_.store(Door::open);
     }
 }
 
@@ -70,8 +82,35 @@ std::optional<std::string> Sound::takeLoss() {
     return loss;
 }
 
+bool Sound::followRate() {
+    if (backend_ == nullptr || backend_->sampleRate() == rate_) {
+        return false;
+    }
+    Door expected = Door::open;
+    while (!door_.compare_exchange_weak(expected, Door::shut)) { // a block is being rendered
+        expected = Door::open;
+        std::this_thread::sleep_for(kDoorPause);
+    }
+    rate_ = backend_->sampleRate();
+    host_.deactivate();
+    if (host_.activate(rate_)) { // otherwise the unit renders silence
+        door_.store(Door::open);
+    }
+    return true;
+}
+
 void Sound::process(const float* const input[2], float* const output[2], std::uint32_t frames) noexcept {
+    Door expected = Door::open;
+    if (!door_.compare_exchange_strong(expected, Door::inside)) {
+        for (int c = 0; c < 2; ++c) {
+            if (output[c] != nullptr) {
+                std::fill_n(output[c], frames, 0.0F);
+            }
+        }
+        return;
+    }
     host_.render(input, output, frames, host::SpanEvents({}));
+    door_.store(Door::open);
 }
 
 } // namespace qor::app

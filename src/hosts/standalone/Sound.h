@@ -4,6 +4,7 @@
 #include "hosts/shared/UnitHost.h"
 #include "hosts/standalone/AudioBackend.h"
 
+#include <atomic>
 #include <string>
 
 namespace qor::app {
@@ -34,13 +35,22 @@ public:
     std::string description() const;
     /// Once, when the sound has ended by itself: why. It is stopped then.
     std::optional<std::string> takeLoss();
+    /// Makes the unit ready for the backend's sample rate if that has changed, with silence meanwhile.
+    /// Returns whether it has; the parameters stay as they are.
+    bool followRate();
+
+    /// Starts a backend that is there already.
+    Result<void> run(std::unique_ptr<AudioBackend> backend);
 
 private:
-    Result<void> run(std::unique_ptr<AudioBackend> backend);
+    enum class Door : std::uint8_t { open, inside, shut };
+
     void process(const float* const input[2], float* const output[2], std::uint32_t frames) noexcept override;
 
     host::UnitHost& host_;
     std::unique_ptr<AudioBackend> backend_;
+    double rate_ = 0.0;                  // the unit's
+    std::atomic<Door> door_{Door::open}; // shut while the unit isn't ready to render
 };
 
 } // namespace qor::app

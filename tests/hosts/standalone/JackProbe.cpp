@@ -5,10 +5,10 @@
 #include <jack/jack.h>
 #include <sndfile.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
-#include <cmath>
 #include <cstdio>
 #include <string>
 #include <thread>
@@ -72,19 +72,16 @@ struct Probe {
     }
 };
 
-/// Frames that are equal to the reference, of both sides, with the recording `shift` frames late.
-bool equalAt(const Stereo& recorded, const Stereo& reference, std::size_t shift, double& largest) {
-    bool equal = true;
-    largest = 0.0;
-    for (std::size_t c = 0; c < 2; ++c) {
-        for (std::size_t i = 0; i < reference[c].size(); ++i) {
-            const float a = recorded[c][i + shift];
-            const float b = reference[c][i];
-            equal = equal && a == b;
-            largest = std::max(largest, std::fabs(static_cast<double>(a) - b));
+/// How many frames, counted from the first, are equal to the reference with the recording `shift` frames
+/// late.
+std::size_t equalFrames(const Stereo& recorded, const Stereo& reference, std::size_t shift) {
+    const std::size_t frames = reference[0].size();
+    for (std::size_t i = 0; i < frames; ++i) {
+        if (recorded[0][i + shift] != reference[0][i] || recorded[1][i + shift] != reference[1][i]) {
+            return i;
         }
     }
-    return equal;
+    return frames;
 }
 
 } // namespace
@@ -141,15 +138,17 @@ int main(int count, char** arguments) {
     }
     jack_set_freewheel(client, 0);
     jack_client_close(client);
-    double best = INFINITY;
+    const std::size_t frames = reference[0].size();
+    std::size_t best = 0;
     for (std::size_t periods = 0; periods < kMostPeriods; ++periods) {
-        double largest = 0.0;
-        if (equalAt(probe.recorded, reference, periods * period, largest)) {
-            std::printf("bit-identical: %zu frames, %zu periods round trip\n", reference[0].size(), periods);
+        const std::size_t equal = equalFrames(probe.recorded, reference, periods * period);
+        if (equal == frames) {
+            std::printf("bit-identical: %zu frames, %zu periods round trip\n", frames, periods);
             return 0;
         }
-        best = std::min(best, largest);
+        best = std::max(best, equal);
     }
-    std::fprintf(stderr, "jack-probe: what came back differs, by %g at best\n", best);
+    std::fprintf(stderr, "jack-probe: what came back is equal for %zu of %zu frames (period %zu)\n", best,
+                 frames, period);
     return 1;
 }
