@@ -22,7 +22,10 @@ Result<std::unique_ptr<VectorContext>> VectorContext::make(Format format, const 
     const CairoSurface surface(
         format == Format::svg ? cairo_svg_surface_create_for_stream(appendBytes, bytes.get(), width, height)
                               : cairo_pdf_surface_create_for_stream(appendBytes, bytes.get(), width, height));
-    if (format == Format::pdf) {
+    if (format == Format::svg) {
+        // A point is a logical pixel; SVG's own "pt" would show the page a third larger.
+        cairo_svg_surface_set_document_unit(surface.get(), CAIRO_SVG_UNIT_PX);
+    } else {
         // The same drawing gives the same bytes, whenever it is made.
         cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATE_DATE, "2000-01-01T00:00:00Z");
     }

@@ -86,7 +86,7 @@ std::string documentOf(VectorContext::Format format) {
 TEST(VectorContext, WritesSVGAndPDFOfTheScaledSize) {
     const std::string svg = documentOf(VectorContext::Format::svg);
     EXPECT_NE(svg.find("<svg"), std::string::npos);
-    EXPECT_NE(svg.find("viewBox=\"0 0 200 100\""), std::string::npos) << svg;
+    EXPECT_NE(svg.find("width=\"200px\" height=\"100px\" viewBox=\"0 0 200 100\""), std::string::npos) << svg;
     const std::string pdf = documentOf(VectorContext::Format::pdf);
     EXPECT_EQ(pdf.substr(0, 5), "%PDF-");
     EXPECT_EQ(pdf, documentOf(VectorContext::Format::pdf));
