@@ -1,6 +1,8 @@
 // Loading of the editor, and what the surface asks for.
 #include "interface/AudioUnitViewController.h"
 
+#include "interface/PanelView.h"
+
 #include <utility>
 
 namespace qor {
@@ -23,6 +25,7 @@ Result<void> AudioUnitViewController::checkLayout(const LayoutResource& layout) 
 
 LayoutBindings AudioUnitViewController::layoutBindings() {
     LayoutBindings bindings;
+    bindings.viewClass<PanelView>("PanelView");
     bindings.viewClass<PluginFrameEx>("PluginFrameEx");
     bindings.viewClass<QORDynamicsDisplayView>("QORDynamicsDisplayView");
     bindings.viewClass<QORLimiterView>("QORLimiterView");

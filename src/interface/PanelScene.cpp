@@ -1,5 +1,8 @@
 #include "interface/PanelScene.h"
 
+#include "interface/Contrast.h"
+#include "interface/PanelCanvas.h"
+
 namespace qor {
 
 PanelScene::PanelScene() {
@@ -7,16 +10,10 @@ PanelScene::PanelScene() {
 }
 
 void PanelScene::setContrast(float contrast) {
-    const double c = contrast;
-    plate_.contrast = c;
-    const UIColor lines(1.0 - c, 1.0 - c, 1.0 - c, 1.0);
-    const UIColor inverted(c, c, c, 1.0);
-    panel.colorContrast = lines;
-    panel.colorContrastInverted = inverted;
-    panel.colorMain = lines;
-    needles.colorContrast = lines;
-    needles.colorContrastInverted = inverted;
-    needles.colorMain = lines;
+    const double level = contrast;
+    plate_.contrast = level;
+    applyContrast(panel, level);
+    applyContrast(needles, level);
 }
 
 void PanelScene::setMeters(double compression1, double compression2, double peak1, double peak2) {
@@ -27,9 +24,13 @@ void PanelScene::setMeters(double compression1, double compression2, double peak
 }
 
 void PanelScene::draw(const CGRect& bounds) {
-    plate_.draw(bounds);
-    panel.drawMain(bounds);
-    needles.drawMain(bounds);
+    // The plate takes whatever rectangle it is given, so that it is the scene that keeps the proportions.
+    const CGRect fitted =
+        QORLimiterViewBase::ResizingBehavior(QORLimiterViewBase::ResizingBehavior::aspectFit)
+            .apply(kPanelCanvas, bounds);
+    plate_.draw(fitted);
+    panel.drawMain(fitted);
+    needles.drawMain(fitted);
 }
 
 } // namespace qor

@@ -20,7 +20,7 @@ public:
     /// Two compression values (1 is no reduction) and two output peaks, each 0 to 1.
     void setMeters(double compression1, double compression2, double peak1, double peak2);
 
-    /// Draws into the current context, all three layers with the same bounds.
+    /// Draws all three layers into the current context, as large as they fit into the bounds, in the middle.
     void draw(const CGRect& bounds);
 
 private:

@@ -2,23 +2,6 @@
 
 namespace qor {
 
-std::optional<PluginFrameBaseEx::ResizingBehavior>
-PluginFrameBaseEx::ResizingBehavior::initRawValue(std::int64_t value) {
-    if (!resizing::caseOf(value)) {
-        return std::nullopt;
-    }
-    return ResizingBehavior(static_cast<Case>(value));
-}
-
-CGRect PluginFrameBaseEx::ResizingBehavior::apply(const CGRect& rect, const CGRect& target,
-                                                  PluginFrameBaseEx& instance) const {
-    if (resizing::staysUnchanged(rect, target)) {
-        return rect;
-    }
-    instance.viewScale = resizing::factors(static_cast<resizing::Case>(rawValue), rect, target);
-    return resizing::centred(rect, target, instance.viewScale);
-}
-
 void PluginFrameBaseEx::draw(const CGRect& frame, ResizingBehavior resizing) {
     CGContext& context = unwrap(UIGraphicsGetCurrentContext());
     CGContextSaveGState(context);

@@ -13,15 +13,7 @@ namespace qor {
 /// Fills the frame with a plate that leaves a rim of 2 points open. Main thread only.
 class PluginFrameBaseEx {
 public:
-    /// How the canvas is fitted to the frame; stores the factors in the instance's `viewScale`.
-    struct ResizingBehavior {
-        enum Case : std::int64_t { aspectFit = 0, aspectFill = 1, stretch = 2, center = 3 };
-        Case rawValue;
-        constexpr ResizingBehavior(Case behaviour) : rawValue(behaviour) {} // NOLINT: a behaviour is its case
-        /// Absent for any other value.
-        static std::optional<ResizingBehavior> initRawValue(std::int64_t value);
-        CGRect apply(const CGRect& rect, const CGRect& target, PluginFrameBaseEx& instance) const;
-    };
+    using ResizingBehavior = resizing::ViewBehavior<PluginFrameBaseEx>;
 
     PluginFrameBaseEx() = default;
     PluginFrameBaseEx(const PluginFrameBaseEx&) = delete;
@@ -35,6 +27,7 @@ public:
 private:
     friend class PluginFrameEx;
     friend class PanelScene;
+    friend ResizingBehavior;       // stores the scale
     friend struct PluginFramePeer; // tests
 
     double contrast = 0.25;                        // grey level of the plate, 0 black, 1 white

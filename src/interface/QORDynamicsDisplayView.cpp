@@ -1,5 +1,7 @@
 #include "interface/QORDynamicsDisplayView.h"
 
+#include "interface/Contrast.h"
+
 namespace qor {
 
 void QORDynamicsDisplayView::setFocus(bool /*focus*/) {
@@ -7,10 +9,7 @@ void QORDynamicsDisplayView::setFocus(bool /*focus*/) {
 }
 
 void QORDynamicsDisplayView::setContrast(double contrast) {
-    const double c = contrast;
-    baseClass->colorContrast = UIColor(1.0 - c, 1.0 - c, 1.0 - c, 1.0);
-    baseClass->colorContrastInverted = UIColor(c, c, c, 1.0);
-    baseClass->colorMain = baseClass->colorContrast;
+    applyContrast(*baseClass, contrast);
     setNeedsDisplay();
 }
 

@@ -1,14 +1,12 @@
 #include "interface/QORDynamicsDisplayViewBase.h"
 
+#include "interface/PanelCanvas.h"
+
 #include <numbers>
 
 namespace qor {
 
 namespace {
-
-constexpr CGRect kPanel = CGRectMake(0.0, 0.0, 512.0, 340.0);
-constexpr CGRect kDialCanvas = CGRectMake(0.0, 0.0, 206.0, 106.0);
-constexpr CGRect kDialSymbol = CGRectMake(0.0, -106.0, 206.0, 106.0);
 
 struct Indicator {
     CGPoint pivot;
@@ -44,52 +42,13 @@ void draw(CGContext& context, const Indicator& indicator, double value, const UI
 
 } // namespace
 
-std::optional<QORDynamicsDisplayViewBase::ResizingBehavior>
-QORDynamicsDisplayViewBase::ResizingBehavior::initRawValue(std::int64_t value) {
-    if (!resizing::caseOf(value)) {
-        return std::nullopt;
-    }
-    return ResizingBehavior(static_cast<Case>(value));
-}
-
-CGRect QORDynamicsDisplayViewBase::ResizingBehavior::apply(const CGRect& rect, const CGRect& target) const {
-    if (resizing::staysUnchanged(rect, target)) {
-        return rect;
-    }
-    return resizing::centred(rect, target,
-                             resizing::factors(static_cast<resizing::Case>(rawValue), rect, target));
-}
-
-std::optional<QORDynamicsDisplayViewBase::ResizingBehavior0>
-QORDynamicsDisplayViewBase::ResizingBehavior0::initRawValue(std::int64_t value) {
-    if (!resizing::caseOf(value)) {
-        return std::nullopt;
-    }
-    return ResizingBehavior0(static_cast<Case>(value));
-}
-
-CGRect QORDynamicsDisplayViewBase::ResizingBehavior0::apply(const CGRect& rect, const CGRect& target,
-                                                            QORDynamicsDisplayViewBase& instance) const {
-    if (resizing::staysUnchanged(rect, target)) {
-        return rect;
-    }
-    instance.viewScale = resizing::factors(static_cast<resizing::Case>(rawValue), rect, target);
-    return resizing::centred(rect, target, instance.viewScale);
-}
-
 void QORDynamicsDisplayViewBase::drawMain(const CGRect& frame, ResizingBehavior0 resizing) {
     CGContext& context = unwrap(UIGraphicsGetCurrentContext());
     CGContextSaveGState(context);
-    resizing::fit(context, kPanel.size, resizing.apply(kPanel, frame, *this));
-    CGContextSaveGState(context);
-    CGContextTranslateCTM(context, 153.0, 242.0);
-    CGContextSaveGState(context);
-    CGContextClipToRect(context, kDialSymbol);
-    CGContextTranslateCTM(context, CGRectGetMinX(kDialSymbol), CGRectGetMinY(kDialSymbol));
-    drawSymbolMeter(CGRectMake(0.0, 0.0, 206.0, 106.0), ResizingBehavior::stretch, value1, value2, value3,
-                    value4, valueThreshold);
-    CGContextRestoreGState(context);
-    CGContextRestoreGState(context);
+    resizing::fit(context, kPanelCanvas.size, resizing.apply(kPanelCanvas, frame, *this));
+    drawOnDial(context, [this](const CGRect& dial) {
+        drawSymbolMeter(dial, ResizingBehavior::stretch, value1, value2, value3, value4, valueThreshold);
+    });
     CGContextRestoreGState(context);
 }
 

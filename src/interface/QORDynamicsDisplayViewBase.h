@@ -15,25 +15,8 @@ namespace qor {
 /// drawing operation stops the process.
 class QORDynamicsDisplayViewBase {
 public:
-    /// How the dial's canvas is fitted to its frame.
-    struct ResizingBehavior {
-        enum Case : std::int64_t { aspectFit = 0, aspectFill = 1, stretch = 2, center = 3 };
-        Case rawValue;
-        constexpr ResizingBehavior(Case behaviour) : rawValue(behaviour) {} // NOLINT: a behaviour is its case
-        /// Absent for any other value.
-        static std::optional<ResizingBehavior> initRawValue(std::int64_t value);
-        /// `rect` fitted to `target`.
-        CGRect apply(const CGRect& rect, const CGRect& target) const;
-    };
-    /// The same for the whole canvas: also stores the factors in the instance's `viewScale`.
-    struct ResizingBehavior0 {
-        enum Case : std::int64_t { aspectFit = 0, aspectFill = 1, stretch = 2, center = 3 };
-        Case rawValue;
-        constexpr ResizingBehavior0(Case behaviour)
-            : rawValue(behaviour) {} // NOLINT: a behaviour is its case
-        static std::optional<ResizingBehavior0> initRawValue(std::int64_t value);
-        CGRect apply(const CGRect& rect, const CGRect& target, QORDynamicsDisplayViewBase& instance) const;
-    };
+    using ResizingBehavior = resizing::SymbolBehavior<QORDynamicsDisplayViewBase>;
+    using ResizingBehavior0 = resizing::ViewBehavior<QORDynamicsDisplayViewBase>;
 
     QORDynamicsDisplayViewBase() = default;
     QORDynamicsDisplayViewBase(const QORDynamicsDisplayViewBase&) = delete;

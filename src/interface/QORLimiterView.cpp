@@ -1,6 +1,7 @@
 #include "interface/QORLimiterView.h"
 
 #include "interface/AudioUnitViewController.h"
+#include "interface/Contrast.h"
 #include "interface/ParameterDisplay.h"
 
 #include <utility>
@@ -23,10 +24,7 @@ void QORLimiterView::setFocus(bool /*focus*/) {
 }
 
 void QORLimiterView::setContrast(double contrast) {
-    const double inverse = 1.0 - contrast;
-    baseClass->colorContrast = UIColor(inverse, inverse, inverse, 1.0);
-    baseClass->colorContrastInverted = UIColor(contrast, contrast, contrast, 1.0);
-    baseClass->colorMain = baseClass->colorContrast;
+    applyContrast(*baseClass, contrast);
     setNeedsDisplay();
 }
 

@@ -33,9 +33,12 @@ public:
     /// What a parameter of the unit has become. Logs and redraws whatever the address.
     virtual void setParameter(std::int64_t address, float value);
 
-    void draw(const CGRect& rect) override;
+    /// Remembers which element lies under a point in canvas units, and writes its name to the log.
+    virtual void setHotspotMode(const CGPoint& location);
     using UIView::hitTest;
     virtual bool hitTest(const CGPoint& location, const UIBezierPath& path) const;
+
+    void draw(const CGRect& rect) override;
     /// An empty set of touches stops the process, here and in the next.
     void touchesBegan(const UITouchSet& touches, UIEvent* event) override;
     void touchesMoved(const UITouchSet& touches, UIEvent* event) override;
@@ -45,7 +48,6 @@ public:
 private:
     friend struct QORLimiterViewPeer; // tests
 
-    virtual void setHotspotMode(const CGPoint& location);
     CGPoint canvasLocation(const UITouchSet& touches) const;
     void release();
 

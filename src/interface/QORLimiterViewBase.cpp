@@ -1,15 +1,15 @@
 #include "interface/QORLimiterViewBase.h"
 
+#include "interface/AudioUnitViewController.h"
+#include "interface/PanelCanvas.h"
 #include "interface/TextInRect.h"
 
 namespace qor {
 
 namespace {
 
-constexpr CGRect kPanel = CGRectMake(0.0, 0.0, 512.0, 340.0);
 constexpr CGRect kKnobSymbol = CGRectMake(-45.0, -45.0, 90.0, 90.0);
 constexpr CGRect kButtonSymbol = CGRectMake(-39.0, -16.0, 80.0, 32.0);
-constexpr CGRect kDialSymbol = CGRectMake(0.0, -106.0, 206.0, 106.0);
 constexpr CGRect kModeBox = CGRectMake(232.0, 64.0, 49.0, 23.0);
 constexpr double kActiveScale = 1.5;
 constexpr double kRestingScale = 1.1;
@@ -36,43 +36,14 @@ void placed(CGContext& context, const CGPoint& centre, bool isActive, const CGRe
 
 } // namespace
 
-std::optional<QORLimiterViewBase::ResizingBehavior>
-QORLimiterViewBase::ResizingBehavior::initRawValue(std::int64_t value) {
-    if (!resizing::caseOf(value)) {
-        return std::nullopt;
-    }
-    return ResizingBehavior(static_cast<Case>(value));
-}
-
-CGRect QORLimiterViewBase::ResizingBehavior::apply(const CGRect& rect, const CGRect& target) const {
-    if (resizing::staysUnchanged(rect, target)) {
-        return rect;
-    }
-    return resizing::centred(rect, target,
-                             resizing::factors(static_cast<resizing::Case>(rawValue), rect, target));
-}
-
-std::optional<QORLimiterViewBase::ResizingBehavior0>
-QORLimiterViewBase::ResizingBehavior0::initRawValue(std::int64_t value) {
-    if (!resizing::caseOf(value)) {
-        return std::nullopt;
-    }
-    return ResizingBehavior0(static_cast<Case>(value));
-}
-
-CGRect QORLimiterViewBase::ResizingBehavior0::apply(const CGRect& rect, const CGRect& target,
-                                                    QORLimiterViewBase& instance) const {
-    if (resizing::staysUnchanged(rect, target)) {
-        return rect;
-    }
-    instance.viewScale = resizing::factors(static_cast<resizing::Case>(rawValue), rect, target);
-    return resizing::centred(rect, target, instance.viewScale);
+Ref<QOR_Limiter_Extension_AudioUnit> QORLimiterViewBase::audioUnit() const {
+    return viewController ? viewController->audioUnit() : nullptr;
 }
 
 void QORLimiterViewBase::drawMain(const CGRect& frame, ResizingBehavior0 resizing) {
     CGContext& context = unwrap(UIGraphicsGetCurrentContext());
     CGContextSaveGState(context);
-    resizing::fit(context, kPanel.size, resizing.apply(kPanel, frame, *this));
+    resizing::fit(context, kPanelCanvas.size, resizing.apply(kPanelCanvas, frame, *this));
 
     UIBezierPath outerFrame =
         UIBezierPath::bezierPathWithRoundedRect(CGRectMake(16.5, 19.5, 480.0, 300.0), 10.0);
@@ -88,7 +59,9 @@ void QORLimiterViewBase::drawMain(const CGRect& frame, ResizingBehavior0 resizin
     drawKnob(context, {.x = 329.0, .y = 94.0}, valueThreshold, "threshold", isThresholdSelected,
              isThresholdActive);
     drawKnob(context, {.x = 428.0, .y = 94.0}, valueRatio, "knee", isRatioSelected, isRatioActive);
-    drawDial(context);
+    drawOnDial(context, [this](const CGRect& dial) {
+        drawSymbolMeter(dial, ResizingBehavior::stretch, value1, value2, valueThreshold);
+    });
     drawKnob(context, {.x = 83.5, .y = 201.5}, valueGain, "gain", isGainSelected, isGainActive);
     drawKnob(context, {.x = 428.5, .y = 201.5}, valueMix, "mix", isMixSelected, isMixActive);
     drawButton(context, {.x = 87.9, .y = 283.86}, "bypass", isBypassSelected, isBypassActive);
@@ -124,18 +97,6 @@ void QORLimiterViewBase::drawModeBox(CGContext& context) {
     box.setLineJoinStyle(CGLineJoin::round);
     box.stroke();
     drawTextInRect(context, "STEREO", kModeBox, condensedBold(10.0), colorMain);
-}
-
-void QORLimiterViewBase::drawDial(CGContext& context) {
-    CGContextSaveGState(context);
-    CGContextTranslateCTM(context, 153.0, 242.0);
-    CGContextSaveGState(context);
-    CGContextClipToRect(context, kDialSymbol);
-    CGContextTranslateCTM(context, CGRectGetMinX(kDialSymbol), CGRectGetMinY(kDialSymbol));
-    drawSymbolMeter(CGRectMake(0.0, 0.0, 206.0, 106.0), ResizingBehavior::stretch, value1, value2,
-                    valueThreshold);
-    CGContextRestoreGState(context);
-    CGContextRestoreGState(context);
 }
 
 void QORLimiterViewBase::publishHotspots() {

@@ -12,6 +12,7 @@
 namespace qor {
 
 class AudioUnitViewController;
+class QOR_Limiter_Extension_AudioUnit;
 
 /// Draws the panel on a canvas of 512 by 340 units that is fitted to a view, and leaves the touch areas
 /// behind in canvas units. The surface writes the fields; drawing changes only the touch areas and
@@ -19,25 +20,8 @@ class AudioUnitViewController;
 /// process.
 class QORLimiterViewBase {
 public:
-    /// How a symbol's canvas is fitted to its frame.
-    struct ResizingBehavior {
-        enum Case : std::int64_t { aspectFit = 0, aspectFill = 1, stretch = 2, center = 3 };
-        Case rawValue;
-        constexpr ResizingBehavior(Case behaviour) : rawValue(behaviour) {} // NOLINT: a behaviour is its case
-        /// Absent for any other value.
-        static std::optional<ResizingBehavior> initRawValue(std::int64_t value);
-        /// `rect` fitted to `target`.
-        CGRect apply(const CGRect& rect, const CGRect& target) const;
-    };
-    /// The same for the panel as a whole: also stores the factors in the instance's `viewScale`.
-    struct ResizingBehavior0 {
-        enum Case : std::int64_t { aspectFit = 0, aspectFill = 1, stretch = 2, center = 3 };
-        Case rawValue;
-        constexpr ResizingBehavior0(Case behaviour)
-            : rawValue(behaviour) {} // NOLINT: a behaviour is its case
-        static std::optional<ResizingBehavior0> initRawValue(std::int64_t value);
-        CGRect apply(const CGRect& rect, const CGRect& target, QORLimiterViewBase& instance) const;
-    };
+    using ResizingBehavior = resizing::SymbolBehavior<QORLimiterViewBase>;
+    using ResizingBehavior0 = resizing::ViewBehavior<QORLimiterViewBase>;
 
     QORLimiterViewBase() = default;
     QORLimiterViewBase(const QORLimiterViewBase&) = delete;
@@ -45,6 +29,8 @@ public:
     virtual ~QORLimiterViewBase() = default;
 
     Ref<AudioUnitViewController> viewController;
+    /// The controller's unit; absent without a controller.
+    virtual Ref<QOR_Limiter_Extension_AudioUnit> audioUnit() const;
 
     UIColor colorContrast{0.0, 0.0, 0.0, 1.0};         // no drawing reads it
     UIColor colorContrastInverted{1.0, 1.0, 1.0, 1.0}; // no drawing reads it
@@ -126,7 +112,6 @@ private:
     void drawButton(CGContext& context, const CGPoint& centre, std::string_view label, bool isSelected,
                     bool isActive);
     void drawModeBox(CGContext& context);
-    void drawDial(CGContext& context);
     void publishHotspots();
 };
 

@@ -1,4 +1,5 @@
 // The symbols that the panel is made of, each on a canvas of its own.
+#include "interface/PanelCanvas.h"
 #include "interface/QORLimiterViewBase.h"
 #include "interface/TextInRect.h"
 
@@ -9,7 +10,6 @@ namespace qor {
 namespace {
 
 constexpr CGRect kKnobCanvas = CGRectMake(0.0, 0.0, 90.0, 90.0);
-constexpr CGRect kDialCanvas = CGRectMake(0.0, 0.0, 206.0, 106.0);
 constexpr CGRect kHistoryCanvas = CGRectMake(0.0, 0.0, 390.0, 134.0);
 constexpr CGRect kButtonCanvas = CGRectMake(0.0, 0.0, 86.0, 38.0);
 

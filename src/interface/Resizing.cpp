@@ -5,30 +5,34 @@
 
 namespace qor::resizing {
 
-bool staysUnchanged(const CGRect& rect, const CGRect& target) {
-    return CGRectEqualToRect(rect, target) || CGRectEqualToRect(target, CGRectZero);
-}
+namespace {
 
 CGSize factors(Case behaviour, const CGRect& rect, const CGRect& target) {
     const double w = std::abs(target.size.width / rect.size.width);
     const double h = std::abs(target.size.height / rect.size.height);
     switch (behaviour) {
-    case Case::aspectFit:
+    case aspectFit:
         return {.width = std::min(w, h), .height = std::min(w, h)};
-    case Case::aspectFill:
+    case aspectFill:
         return {.width = std::max(w, h), .height = std::max(w, h)};
-    case Case::stretch:
+    case stretch:
         return {.width = w, .height = h};
-    case Case::center:
+    case center:
         break;
     }
     return {.width = 1.0, .height = 1.0};
 }
 
-CGRect centred(const CGRect& rect, const CGRect& target, const CGSize& factors) {
+} // namespace
+
+CGRect apply(Case behaviour, const CGRect& rect, const CGRect& target, CGSize& scale) {
+    if (CGRectEqualToRect(rect, target) || CGRectEqualToRect(target, CGRectZero)) {
+        return rect;
+    }
+    scale = factors(behaviour, rect, target);
     CGRect result = CGRectStandardize(rect);
-    result.size.width *= factors.width;
-    result.size.height *= factors.height;
+    result.size.width *= scale.width;
+    result.size.height *= scale.height;
     result.origin.x = CGRectGetMinX(target) + (CGRectGetWidth(target) - result.size.width) / 2.0;
     result.origin.y = CGRectGetMinY(target) + (CGRectGetHeight(target) - result.size.height) / 2.0;
     return result;

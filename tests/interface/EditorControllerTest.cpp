@@ -1,7 +1,5 @@
 #include "EditorFixture.h"
 
-#include "interface/ParameterDiagnostics.h"
-
 #include <thread>
 
 namespace {
@@ -317,66 +315,20 @@ TEST_F(EditorController, TheBannerGrowsAndGoesAgain) {
     EXPECT_EQ(controller->infoView->transform(), CGAffineTransformMakeScale(v, v));
     headless.run(289.0 * frame); // 321 ticks in all
     EXPECT_GT(controller->infoView->alpha(), 0.99);
-    headless.run(119.0 * frame);
+    headless.run(109.0 * frame); // the 109th tick shows frame 108 of the 120 back
+    const float from = 1.0F - powf(2.0F, -10.0F * (319.0F / 320.0F)); // the last frame shown
+    const double back =
+        static_cast<double>(from + (0.0F - from) * powf(2.0F, 10.0F * (108.0F / 120.0F - 1.0F)));
+    EXPECT_NEAR(controller->infoView->alpha(), back, 1e-6);
+    EXPECT_EQ(controller->infoView->transform(),
+              CGAffineTransformMakeScale(controller->infoView->alpha(), controller->infoView->alpha()));
+    headless.run(10.0 * frame);
     EXPECT_FALSE(controller->infoView->isHidden());
     EXPECT_EQ(controller->infoMessage->text(), "Hello");
     headless.run(3.0 * frame);
     EXPECT_TRUE(controller->infoView->isHidden());
     EXPECT_EQ(controller->infoMessage->text(), "");
     EXPECT_EQ(headless.loop().timerCount(), 1u); // the meters' alone
-}
-
-TEST_F(EditorController, DescribesEachParameterOnceWithTwoBlanksBehindTheColons) {
-    load();
-    log.clear();
-    unit = makeUnit();
-    controller->setAudioUnit(unit);
-    headless.settle();
-    const auto all = lines();
-    const auto start = std::find(all.begin(), all.end(),
-                                 "\n\tExtensionViewController: Folllowing AU parameter was found... ");
-    ASSERT_NE(start, all.end());
-    const std::vector<std::string> first(start, start + 13);
-    EXPECT_EQ(first,
-              (std::vector<std::string>{
-                  "\n\tExtensionViewController: Folllowing AU parameter was found... ", "\t- address:  0",
-                  "\t- displayName:  Limiter Attack", "\t- value:  0.1", "\t- options:  3221225472",
-                  "\t- The flag value includes the following flags... ", "\t - flag_IsReadable",
-                  "\t - flag_IsWritable", "\t- maxValue:  1.0", "\t- minValue:  0.0",
-                  "\t- unit: (type  0) generic", "\t- unitName:  ", "\t- valueStrings:  "}));
-    EXPECT_EQ(count("\n\tExtensionViewController: Folllowing AU parameter was found... "), 12u);
-}
-
-TEST_F(EditorController, AnAbsentGroupHasNoChildren) {
-    Peer::extract(*controller, nullptr);
-    EXPECT_EQ(lines(),
-              std::vector<std::string>{"ExtensionViewController: The parameter group has no children."});
-}
-
-TEST_F(EditorController, FlagsAreNamedInTheirOrderWhereWhollyContained) {
-    verboseFlags(0x50000, 2);
-    EXPECT_EQ(lines(),
-              (std::vector<std::string>{"\t\t- The flag value includes the following flags... ",
-                                        "\t\t - flag_DisplaySquareRoot", "\t\t - flag_DisplayCubeRoot",
-                                        "\t\t - flag_DisplayExponential"}));
-    log.clear();
-    verboseFlags(0xFFFFFFFF, 0);
-    const auto all = lines();
-    ASSERT_EQ(all.size(), 23u);
-    EXPECT_EQ(all[1], " - flag_CFNameRelease");
-    EXPECT_EQ(all[5], " - flag_DisplayMask");
-    EXPECT_EQ(all[11], " - flag_HasClump");
-    EXPECT_EQ(all[12], " - flag_ValuesHaveStrings");
-    EXPECT_EQ(all[22], " - flag_IsWritable");
-}
-
-TEST_F(EditorController, ParameterKindsAreNamedInTheirOrder) {
-    EXPECT_EQ(verboseParameterKind(AudioUnitParameterUnit::Generic), "generic");
-    EXPECT_EQ(verboseParameterKind(AudioUnitParameterUnit::Boolean), "boolean");
-    EXPECT_EQ(verboseParameterKind(AudioUnitParameterUnit::Decibels), "decibels");
-    EXPECT_EQ(verboseParameterKind(static_cast<AudioUnitParameterUnit>(22)), "BPM");
-    EXPECT_EQ(verboseParameterKind(static_cast<AudioUnitParameterUnit>(26)), "customUnit");
-    EXPECT_EQ(verboseParameterKind(static_cast<AudioUnitParameterUnit>(27)), "unknown parameter kind");
 }
 
 TEST_F(EditorController, WithoutAUnitThePathsAreNotLooked) {

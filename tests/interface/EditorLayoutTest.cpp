@@ -1,5 +1,8 @@
 #include "EditorFixture.h"
 
+#include "interface/PanelScene.h"
+#include "support/Pixels.h"
+
 #include <cmath>
 
 namespace {
@@ -64,6 +67,27 @@ TEST_F(EditorLayout, AWideWindowTakesTheFullHeight) {
     EXPECT_EQ(panel(), CGRectMake(200.0 - width * 0.5, 0.0, width, 100.0));
     EXPECT_NEAR(panel().origin.x, 124.705882, 1e-6);
     EXPECT_NEAR(panel().size.width, 150.588235, 1e-6);
+}
+
+TEST_F(EditorLayout, TheEditorsPictureIsThatOfTheScene) {
+    load();
+    PanelScene scene;
+    for (const CGSize& size :
+         {CGSizeMake(1024.0, 340.0), CGSizeMake(256.0, 400.0), CGSizeMake(512.0, 340.0)}) {
+        headless.resize(size);
+        const UIImage editor = headless.picture();
+        const UIImage alone =
+            test::drawn(size, 1.0, [&](CGContext&) { scene.draw({.origin = {}, .size = size}); });
+        std::size_t different = 0;
+        for (std::size_t i = 0; i < alone.pixels().size(); ++i) {
+            const test::Pixel a = test::pixelOf(editor.pixels()[i]);
+            const test::Pixel b = test::pixelOf(alone.pixels()[i]);
+            // The editor joins layers of eight bits, and its surface is a thousandth of a point taller.
+            const auto off = [](int x, int y) { return std::abs(x - y) > 8; };
+            different += off(a.red, b.red) || off(a.blue, b.blue) || off(a.alpha, b.alpha) ? 1 : 0;
+        }
+        EXPECT_EQ(different, 0U) << size.width;
+    }
 }
 
 TEST_F(EditorLayout, AWindowNotWideEnoughIsOverhungEquallyAtBothSides) {

@@ -21,6 +21,27 @@ TEST(PanelScene, StacksPlatePanelAndNeedles) {
     EXPECT_GT(needle.red, needle.green + 40);
 }
 
+TEST(PanelScene, ThePlateKeepsThePanelsProportionsInAPictureOfAnotherShape) {
+    PanelScene scene;
+    struct Case {
+        CGSize size;
+        CGRect panel;
+    };
+    for (const auto& [size, panel] :
+         {Case{{1024, 340}, CGRectMake(256, 0, 512, 340)}, Case{{256, 400}, CGRectMake(0, 115, 256, 170)}}) {
+        const UIImage image = test::drawn(
+            size, 1.0, [&, whole = size](CGContext&) { scene.draw({.origin = {}, .size = whole}); });
+        const double middleX = CGRectGetMidX(panel);
+        const double middleY = CGRectGetMidY(panel);
+        EXPECT_EQ(test::pixelAt(image, {CGRectGetMinX(panel) + 3.5, middleY}).alpha, 255);
+        EXPECT_EQ(test::pixelAt(image, {middleX, CGRectGetMinY(panel) + 3.5}).alpha, 255);
+        EXPECT_EQ(test::pixelAt(image, {CGRectGetMinX(panel) + 1.5, middleY}).alpha, 0);
+        EXPECT_EQ(test::pixelAt(image, {CGRectGetMaxX(panel) - 1.5, middleY}).alpha, 0);
+        EXPECT_EQ(test::pixelAt(image, {middleX, CGRectGetMinY(panel) + 1.5}).alpha, 0);
+        EXPECT_EQ(test::pixelAt(image, {middleX, CGRectGetMaxY(panel) - 1.5}).alpha, 0);
+    }
+}
+
 TEST(PanelScene, ContrastTurnsPlateAndLinesAgainstEachOther) {
     PanelScene scene;
     scene.setContrast(1.0F);

@@ -15,7 +15,6 @@ struct QORLimiterViewPeer {
     static double startValue(const QORLimiterView& view) { return view.startValue; }
     static double scaler(const QORLimiterView& view) { return view.scaler; }
     static std::int64_t lastIndex(const QORLimiterView& view) { return view.lastIndex; }
-    static void hit(QORLimiterView& view, const CGPoint& at) { view.setHotspotMode(at); }
 };
 
 } // namespace qor
@@ -106,21 +105,21 @@ TEST_F(Surface, HitsTheElementsInTheirOrderAndLogsEachMode) {
                                             "bypass", "audition", "caption",   "meter", "mode"};
     for (std::size_t i = 0; i < kLimiterElements.size(); ++i) {
         log.clear();
-        Peer::hit(*view, middleOf(*view->baseClass, kLimiterElements[i]));
+        view->setHotspotMode(middleOf(*view->baseClass, kLimiterElements[i]));
         EXPECT_EQ(Peer::mode(*view), modes[i]);
         EXPECT_EQ(log.lines(), std::vector<std::string>{modes[i]});
     }
     log.clear();
-    Peer::hit(*view, kNothing);
+    view->setHotspotMode(kNothing);
     EXPECT_EQ(log.lines(), std::vector<std::string>{""});
     // Areas overlap: release ends at 227 + 0, mode begins at 227; meter and caption come after the knobs.
-    Peer::hit(*view, {.x = 226.5, .y = 70.0});
+    view->setHotspotMode({.x = 226.5, .y = 70.0});
     EXPECT_EQ(Peer::mode(*view), "release");
 }
 
 TEST_F(Surface, HitsNothingBeforeTheFirstDrawing) {
     QORLimiterView fresh;
-    Peer::hit(fresh, kThreshold);
+    fresh.setHotspotMode(kThreshold);
     EXPECT_EQ(Peer::mode(fresh), "");
 }
 
@@ -192,6 +191,21 @@ TEST_F(Surface, AKnobAtItsEndKeepsSendingAndFallsAgainBelowTheDeltaOfTouchDown) 
     EXPECT_EQ(movedTo(10.0), static_cast<float>(0.9 - static_cast<double>(-10.0F / 2.0F / 100.0F)));
 }
 
+TEST_F(Surface, ADragChangesAValueByAtMostOneBeforeItIsHeldToItsRange) {
+    view->setParameter(2, 1.75F); // nobody checks what comes from outside
+    headless.down(kThreshold);
+    headless.move({.x = kThreshold.x, .y = kThreshold.y + 300.0}); // one and a half ranges down
+    EXPECT_EQ(view->baseClass->valueThreshold, 0.75);
+    headless.move({.x = kThreshold.x, .y = kThreshold.y - 300.0});
+    EXPECT_EQ(view->baseClass->valueThreshold, 1.0);
+    view->setParameter(2, -0.75F);
+    headless.up(kThreshold);
+    view->setParameter(2, -0.75F);
+    headless.down(kThreshold);
+    headless.move({.x = kThreshold.x, .y = kThreshold.y - 300.0});
+    EXPECT_EQ(view->baseClass->valueThreshold, 0.25);
+}
+
 TEST_F(Surface, AKnobDraggedRightAndEquallyDownStaysAtItsValue) {
     view->baseClass->valueThreshold = 0.4;
     headless.down(kThreshold);
@@ -258,6 +272,15 @@ TEST_F(DoubleSurface, TheUpEventComparesTheCanvasPointOfTouchDownWithTheBounds) 
     headless.down({.x = 658.0, .y = 188.0});
     headless.up({.x = 5000.0, .y = 5000.0});
     EXPECT_EQ(sent.back(), UIControlEventTouchUpInside);
+}
+
+TEST_F(DoubleSurface, ATouchBesideTheViewCountsAsInsideWhereItsCanvasPointIs) {
+    // 1200 points across lie outside the view's 1024; as 600 canvas units they lie inside.
+    UITouchSet touches{makeRef<UITouch>(CGPoint{.x = 1200.0, .y = 94.0}, view)};
+    view->touchesBegan(touches, nullptr);
+    EXPECT_EQ(Peer::start(*view), (CGPoint{.x = 600.0, .y = 47.0}));
+    view->touchesEnded(touches, nullptr);
+    EXPECT_EQ(sent, std::vector<UIControlEvents>{UIControlEventTouchUpInside});
 }
 
 TEST_F(Surface, ATouchThatBeganOutsideTheBoundsEndsOutside) {

@@ -41,6 +41,21 @@ void ChoiceListView::draw(const CGRect& rect) {
         }
         style::drawText(items[row], CGRectInset(line, 8.0, 0.0), font, style::kText, NSTextAlignment::left);
     }
+    drawThumb(rect);
+}
+
+void ChoiceListView::drawThumb(const CGRect& rect) const {
+    const double whole = static_cast<double>(items.size()) * kRow;
+    if (whole <= rect.size.height) {
+        return;
+    }
+    const double share = rect.size.height / whole;
+    style::kDimText.setFill();
+    UIBezierPath::bezierPathWithRoundedRect(CGRectMake(CGRectGetMaxX(rect) - 6.0,
+                                                       rect.origin.y + top_ * kRow * share + 2.0, 3.0,
+                                                       rect.size.height * share - 4.0),
+                                            1.5)
+        .fill();
 }
 
 void ChoiceListView::touchesEnded(const UITouchSet& touches, UIEvent* /*event*/) {

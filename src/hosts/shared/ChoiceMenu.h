@@ -25,6 +25,8 @@ public:
     bool canBecomeFirstResponder() const override { return true; }
 
 private:
+    /// Which part of a list that doesn't fit is seen.
+    void drawThumb(const CGRect& rect) const;
     void moveTo(std::size_t row);
     void scrollBy(double rows);
 

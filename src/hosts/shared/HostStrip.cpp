@@ -19,9 +19,9 @@ const ParameterRow& rowOf(AUParameterAddress address) {
 HostStrip::HostStrip(EditorModel& model, UIViewController& presenter)
     : model_(model), presenter_(presenter),
       entry_([this](const ParameterRow& row, float value) { set(row.address, value); },
-             [this](const ParameterRow& row, const std::string& typed) {
-                 tell(std::string(row.hostName) + ": \"" + typed +
-                      "\" is no value; type a number from 0 to 100");
+             [this](const ParameterRow& row) {
+                 // As short as the line; what was typed has just been seen.
+                 tell(std::string(row.hostName) + ": type 0 to 100");
              }) {}
 
 LayoutBindings HostStrip::bindings() {

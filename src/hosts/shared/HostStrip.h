@@ -30,7 +30,7 @@ public:
     /// The line: a value with its unit while it moves, or what went wrong.
     void tell(const std::string& text);
     void tellValue(AUParameterAddress address, float value);
-    /// Opens the text field over a place.
+    /// Opens the text field over a place, in the units of the host's subviews.
     void enterValue(UIView& host, const CGRect& place, AUParameterAddress address);
     /// Sets a parameter as a person does, and tells it.
     void set(AUParameterAddress address, float value);

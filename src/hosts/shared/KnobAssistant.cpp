@@ -67,12 +67,8 @@ void KnobAssistant::tapped(const CGPoint& at) {
     if (!CGRectContainsPoint(number, *canvas)) {
         return;
     }
-    const CGSize& scale = surface_.baseClass->viewScale;
-    const CGRect place = CGRectMake(number.origin.x * scale.width, number.origin.y * scale.height,
-                                    number.size.width * scale.width, number.size.height * scale.height);
-    UIView& panel = unwrap(surface_.superview());
-    strip_.enterValue(panel, surface_.convertRectToView(place, panel),
-                      static_cast<AUParameterAddress>(knob->address));
+    // The panel shows what lies on it in canvas units.
+    strip_.enterValue(unwrap(surface_.superview()), number, static_cast<AUParameterAddress>(knob->address));
 }
 
 void KnobAssistant::moved() {

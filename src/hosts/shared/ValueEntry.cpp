@@ -22,6 +22,7 @@ void ValueEntry::open(UIView& host, const CGRect& place, const ParameterRow& row
     field_->setTextAlignment(NSTextAlignment::center);
     field_->setText(fixedText(static_cast<double>(value) * 100.0, 1) + " %");
     host.addSubview(field_);
+    host.setNeedsLayout(); // the panel scales what is put on it when it lays out
     field_->addAction(UIControlEventEditingDidEndOnExit, [this](UIControl&) { take(); });
     field_->addAction(UIControlEventEditingDidEnd, [this](UIControl&) { close(); });
     field_->becomeFirstResponder();
@@ -32,7 +33,7 @@ void ValueEntry::take() {
     if (const auto value = valueFromTypedText(*row_, typed)) {
         onValue_(*row_, *value);
     } else {
-        onRefusal_(*row_, typed);
+        onRefusal_(*row_);
     }
 }
 

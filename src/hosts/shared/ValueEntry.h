@@ -12,7 +12,7 @@ public:
     /// Called with a value inside the parameter's range.
     using OnValue = Block<void(const ParameterRow&, float)>;
     /// Called with a text that is no value of the parameter.
-    using OnRefusal = Block<void(const ParameterRow&, const std::string&)>;
+    using OnRefusal = Block<void(const ParameterRow&)>;
 
     ValueEntry(OnValue onValue, OnRefusal onRefusal);
     ~ValueEntry();

@@ -141,10 +141,10 @@ TEST_F(Hosted, TheModeIsChosenByItsName) {
 TEST_F(Hosted, TheFilterSlidersAndTheFinalSwitchReachTheUnit) {
     open();
     UIView& slider = find("highPass");
-    headless->down(slider.convertPointToWindow({.x = 70.0, .y = 9.0}));
+    headless->down(slider.convertPointToWindow({.x = 75.0, .y = 9.0}));
     EXPECT_EQ(units->parameter(kLimiterInputFilterHP), 0.5F);
     EXPECT_EQ(info(), "Input Filter HP  50.0 %");
-    headless->up(slider.convertPointToWindow({.x = 70.0, .y = 9.0}));
+    headless->up(slider.convertPointToWindow({.x = 75.0, .y = 9.0}));
     turnWheel(*headless, middle("lowPass"), -10.0);
     EXPECT_FLOAT_EQ(units->parameter(kLimiterInputFilterLP), 0.9F);
     EXPECT_EQ(dynamic_cast<UIButton&>(find("lowPassValue")).title(), "90.0 %");
@@ -235,7 +235,7 @@ TEST_F(Hosted, AClickOnAKnobsNumberOpensAFieldToTypeIt) {
     headless->type("loud");
     headless->key(UIKey::enter);
     EXPECT_EQ(units->parameter(kLimiterThreshold), 0.33F);
-    EXPECT_EQ(info(), "Threshold: \"loud\" is no value; type a number from 0 to 100");
+    EXPECT_EQ(info(), "Threshold: type 0 to 100");
     headless->run(1.0);
     headless->click(kThreshold); // beside the number: no field
     EXPECT_EQ(headless->window().viewWithIdentifier("valueEntry"), nullptr);
