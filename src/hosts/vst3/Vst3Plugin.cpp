@@ -1,10 +1,12 @@
 #include "hosts/vst3/Vst3Plugin.h"
 
 #include "hosts/shared/StateChunk.h"
+#include "hosts/vst3/Vst3View.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <mutex>
 
 namespace qor::vst3 {
 
@@ -21,11 +23,51 @@ void describeBypass(DISTRHO::Parameter& parameter) {
 
 Vst3Plugin::Vst3Plugin() : Plugin(kControlCount, 0, 1) {
     for (const ParameterRow& row : kParameterTable) {
-        wanted_[row.address].store(row.defaultValue);
+        wanted_.set(row.address, row.defaultValue);
     }
-    wanted_[kBypassIndex].store(0.0F);
-    if (auto made = host::UnitHost::create(); made) {
-        host_ = std::move(made).value();
+    if (isDummyInstance()) {
+        return; // asked for names and ranges only
+    }
+    auto made = host::UnitHost::create();
+    if (!made) {
+        print("QOR Limiter could not be made: " + made.error().localizedDescription());
+        return;
+    }
+    host_ = std::move(made).value();
+    host_->setOnUnitReplaced([this] {
+        if (editor_ != nullptr) {
+            editor_->unitReplaced();
+        }
+    });
+}
+
+Vst3Plugin::~Vst3Plugin() {
+    if (editor_ != nullptr) {
+        editor_->end();
+    }
+}
+
+std::shared_ptr<Vst3Editor> Vst3Plugin::editor() {
+    if (editor_ == nullptr && host_ != nullptr) {
+        auto made = Vst3Editor::create(
+            *host_, {.edited = [this](AUParameterAddress address, host::EditPhase phase,
+                                      float value) { edited(address, phase, value); },
+                     .gestureTold = [this](AUParameterAddress address) { wanted_.release(address); }});
+        if (!made) {
+            print("QOR Limiter's editor: " + made.error().localizedDescription());
+            return nullptr;
+        }
+        const std::lock_guard lock(host_->mutex()); // a fresh unit may be put in place
+        editor_ = std::move(made).value();
+    }
+    return editor_;
+}
+
+void Vst3Plugin::edited(AUParameterAddress address, host::EditPhase phase, float value) {
+    if (phase == host::EditPhase::begin) {
+        wanted_.hold(address);
+    } else if (phase == host::EditPhase::value) {
+        wanted_.move(address, value);
     }
 }
 
@@ -64,12 +106,12 @@ void Vst3Plugin::initState(uint32_t /*index*/, DISTRHO::State& state) {
 }
 
 float Vst3Plugin::getParameterValue(uint32_t index) const {
-    return index < kControlCount ? wanted_[index].load(std::memory_order_relaxed) : 0.0F;
+    return index < kControlCount ? wanted_[index] : 0.0F;
 }
 
 void Vst3Plugin::setParameterValue(uint32_t index, float value) {
     if (index < kControlCount && std::isfinite(value)) {
-        wanted_[index].store(value, std::memory_order_relaxed);
+        wanted_.set(index, value);
     }
 }
 
@@ -91,15 +133,28 @@ void Vst3Plugin::setState(const char* key, const char* value) {
         return;
     }
     for (std::size_t i = 0; i < kParameterCount; ++i) {
-        wanted_[i].store(state.value().values[i].value_or(wanted_[i].load()), std::memory_order_relaxed);
+        wanted_.set(i, state.value().values[i].value_or(wanted_[i]));
+    }
+    if (host_ != nullptr) {
+        host::applyState(*host_, state.value()); // at once, for an editor while no block comes
     }
     recalling_.store(true, std::memory_order_release);
 }
 
 void Vst3Plugin::activate() {
     recalling_.store(true, std::memory_order_release);
-    if (host_ != nullptr && !host_->activate(getSampleRate())) {
-        host_.reset();
+    activateAt(getSampleRate());
+}
+
+void Vst3Plugin::activateAt(double sampleRate) {
+    if (host_ == nullptr) {
+        return;
+    }
+    const auto activated = host_->activate(sampleRate);
+    ready_ = static_cast<bool>(activated);
+    if (!ready_) {
+        print("QOR Limiter can't run at " + text(sampleRate) +
+              " Hz: " + activated.error().localizedDescription());
     }
 }
 
@@ -110,19 +165,19 @@ void Vst3Plugin::deactivate() {
 }
 
 void Vst3Plugin::sampleRateChanged(double newSampleRate) {
-    if (host_ != nullptr && host_->isActive() && !host_->activate(newSampleRate)) {
-        host_.reset();
+    if (host_ != nullptr && host_->isActive()) {
+        activateAt(newSampleRate);
     }
 }
 
 void Vst3Plugin::run(const float** inputs, float** outputs, uint32_t frames) {
-    if (host_ == nullptr) {
+    if (!ready_) {
         for (int c = 0; c < 2; ++c) {
             std::copy_n(inputs[c], frames, outputs[c]);
         }
         return;
     }
-    host_->setBypassed(wanted_[kBypassIndex].load(std::memory_order_relaxed) > 0.5F);
+    host_->setBypassed(wanted_[kBypassIndex] > 0.5F);
     const host::ParameterFollower::Values values = wantedValues();
     if (recalling_.exchange(false, std::memory_order_acquire)) {
         follower_.recall(*host_, values);
@@ -133,7 +188,7 @@ void Vst3Plugin::run(const float** inputs, float** outputs, uint32_t frames) {
 host::ParameterFollower::Values Vst3Plugin::wantedValues() const noexcept {
     host::ParameterFollower::Values values{};
     for (std::size_t i = 0; i < kParameterCount; ++i) {
-        values[i] = wanted_[i].load(std::memory_order_relaxed);
+        values[i] = wanted_[i];
     }
     return values;
 }
@@ -144,6 +199,16 @@ START_NAMESPACE_DISTRHO
 
 Plugin* createPlugin() {
     return new qor::vst3::Vst3Plugin;
+}
+
+// In place of the framework's own view, which its plug-in side calls for here.
+v3_plugin_view** dpf_plugin_view_create(v3_host_application** context, void* instance, double sampleRate);
+v3_plugin_view** dpf_plugin_view_create(v3_host_application** context, void* instance,
+                                        double /*sampleRate*/) {
+    auto& plugin = static_cast<qor::vst3::Vst3Plugin&>(*static_cast<Plugin*>(instance));
+    const auto editor = plugin.editor();
+    // One window an instance; a second view would take the host's ear from the one that is shown.
+    return editor != nullptr && !editor->isOpen() ? qor::vst3::Vst3View::create(editor, context) : nullptr;
 }
 
 END_NAMESPACE_DISTRHO

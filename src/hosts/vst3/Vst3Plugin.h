@@ -4,10 +4,11 @@
 #include "hosts/shared/ParameterFollower.h"
 #include "hosts/shared/PluginRuntime.h"
 #include "hosts/shared/UnitHost.h"
+#include "hosts/vst3/ControlValues.h"
+#include "hosts/vst3/Vst3Editor.h"
 
 #include "DistrhoPlugin.hpp"
 
-#include <array>
 #include <atomic>
 #include <memory>
 
@@ -21,6 +22,10 @@ public:
     static constexpr uint32_t kControlCount = kParameterCount + 1;
 
     Vst3Plugin();
+    ~Vst3Plugin() override;
+
+    /// The instance's editor, made on the first call; null if it can't be made. Main thread.
+    std::shared_ptr<Vst3Editor> editor();
 
 protected:
     const char* getLabel() const override { return "QOR_Limiter"; }
@@ -44,11 +49,14 @@ protected:
 
 private:
     host::ParameterFollower::Values wantedValues() const noexcept;
+    void activateAt(double sampleRate);
+    void edited(AUParameterAddress address, host::EditPhase phase, float value);
 
     std::shared_ptr<host::PluginRuntime> runtime_ = host::PluginRuntime::acquire();
-    std::unique_ptr<host::UnitHost>
-        host_; // absent if the unit could not be made: then the input goes through
-    std::array<std::atomic<float>, kControlCount> wanted_;
+    std::unique_ptr<host::UnitHost> host_; // absent if the unit could not be made
+    std::shared_ptr<Vst3Editor> editor_;   // from the first view on; views know it, too
+    bool ready_ = false;                   // to render; otherwise the input goes through
+    ControlValues<kControlCount> wanted_;
     host::ParameterFollower follower_;
     std::atomic<bool> recalling_{true}; // what stands in `wanted_` is a state, not a move
 };

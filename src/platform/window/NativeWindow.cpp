@@ -52,6 +52,21 @@ bool windowExists(Display* display, Window window) {
 
 } // namespace
 
+double desktopScale() {
+    std::optional<DisplayGuard> guard; // outlives the connection
+    std::unique_ptr<PuglWorld, WorldDeleter> world(puglNewWorld(PUGL_MODULE, 0));
+    if (!world) {
+        return 1.0;
+    }
+    guard.emplace(static_cast<Display*>(puglGetNativeWorld(world.get())));
+    const DisplayGuard::Scope scope(*guard);
+    std::unique_ptr<PuglView, ViewDeleter> view(puglNewView(world.get()));
+    const double scale = view ? puglGetScaleFactor(view.get()) : 1.0;
+    view.reset();
+    world.reset();
+    return scale;
+}
+
 PuglSpan NativeWindow::State::span(double points) const noexcept {
     return static_cast<PuglSpan>(std::lround(std::clamp(points * rules.scale, 1.0, kLongestSide)));
 }

@@ -29,6 +29,9 @@ struct NativeWindowOptions {
     double scale = 0.0; // pixels per point; 0: what the desktop says
 };
 
+/// Pixels per point that the desktop asks for, without a window; 1 without a display.
+double desktopScale();
+
 /// Shows a `UIWindow` on the display, which it gives its size and scale and its input. Whatever size the
 /// window is forced to, the content keeps its aspect and minimum size. Main thread; input and drawing happen
 /// within `pump`, with the run loop that was the current one at `open`. No error of the display ends the
