@@ -25,6 +25,9 @@ void requestFlush(const clap_host_t* /*host*/) {}
 constexpr clap_host_params_t kParams{rescan, clearParameter, requestFlush};
 
 bool registerTimer(const clap_host_t* host, std::uint32_t period, clap_id* id) {
+    if (hostOf(host).refusesTimers) {
+        return false;
+    }
     *id = static_cast<clap_id>(hostOf(host).timers.size() + 7);
     hostOf(host).timers[*id] = period;
     return true;
@@ -34,7 +37,36 @@ bool unregisterTimer(const clap_host_t* host, clap_id id) {
 }
 constexpr clap_host_timer_support_t kTimers{registerTimer, unregisterTimer};
 
+bool addDescriptor(const clap_host_t* host, int descriptor, std::uint32_t flags) {
+    return hostOf(host).descriptors.emplace(descriptor, flags).second;
+}
+bool changeDescriptor(const clap_host_t* host, int descriptor, std::uint32_t flags) {
+    const auto found = hostOf(host).descriptors.find(descriptor);
+    if (found == hostOf(host).descriptors.end()) {
+        return false;
+    }
+    found->second = flags;
+    return true;
+}
+bool removeDescriptor(const clap_host_t* host, int descriptor) {
+    return hostOf(host).descriptors.erase(descriptor) == 1;
+}
+constexpr qor::clap::HostDescriptors kDescriptors{addDescriptor, changeDescriptor, removeDescriptor};
+
+void hintsChanged(const clap_host_t* /*host*/) {}
+bool requestResize(const clap_host_t* /*host*/, std::uint32_t /*width*/, std::uint32_t /*height*/) {
+    return false;
+}
+bool requestVisibility(const clap_host_t* /*host*/) {
+    return false;
+}
+void closed(const clap_host_t* host, bool wasDestroyed) {
+    hostOf(host).closed.push_back(wasDestroyed);
+}
+constexpr clap_host_gui_t kGui{hintsChanged, requestResize, requestVisibility, requestVisibility, closed};
+
 void log(const clap_host_t* host, std::int32_t /*severity*/, const char* message) {
+    const std::lock_guard lock(hostOf(host).logMutex);
     hostOf(host).logged.emplace_back(message);
 }
 constexpr qor::clap::HostLog kLog{log};
@@ -46,6 +78,12 @@ const void* getExtension(const clap_host_t* host, const char* id) {
     }
     if (std::string_view(id) == CLAP_EXT_TIMER_SUPPORT && self.offersTimers) {
         return &kTimers;
+    }
+    if (std::string_view(id) == qor::clap::kExtDescriptors && self.offersDescriptors) {
+        return &kDescriptors;
+    }
+    if (std::string_view(id) == CLAP_EXT_GUI && self.offersGui) {
+        return &kGui;
     }
     if (std::string_view(id) == qor::clap::kExtLog && self.offersLog) {
         return &kLog;

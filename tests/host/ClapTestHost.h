@@ -9,6 +9,7 @@
 #include <deque>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -26,13 +27,19 @@ struct ClapTestHost {
 
     bool offersParams = true;
     bool offersTimers = false;
+    bool refusesTimers = false; // offers them, and grants none
+    bool offersDescriptors = false;
+    bool offersGui = true;
     bool offersLog = true;
 
     int rescans = 0;
     clap_param_rescan_flags rescanned = 0;
-    std::map<clap_id, std::uint32_t> timers; // periods in ms by id
+    std::map<clap_id, std::uint32_t> timers;  // periods in ms by id
+    std::map<int, std::uint32_t> descriptors; // flags by descriptor
+    std::vector<bool> closed;                 // whether the editor was destroyed, each time that it closed
     std::atomic<int> callbacksAsked{0};
-    std::vector<std::string> logged;
+    std::vector<std::string> logged; // under `logMutex` while another thread may log
+    std::mutex logMutex;
 
     clap_host_t table;
 };

@@ -18,8 +18,8 @@ std::uint32_t pixels(double points, double scale) {
 
 } // namespace
 
-ClapEditor::ClapEditor(host::UnitHost& unit, ClapHost& host, ClapEditQueue& edits)
-    : host_(host), edits_(edits), model_(unit) {
+ClapEditor::ClapEditor(host::UnitHost& unit, ClapHost& host, ClapEditQueue& edits, ClapPulse& pulse)
+    : host_(host), edits_(edits), pulse_(pulse), model_(unit) {
     unit.setOnUnitReplaced([this] { unitReplaced(); });
 }
 
@@ -59,7 +59,7 @@ bool ClapEditor::create(bool isFloating) {
 }
 
 void ClapEditor::destroy() {
-    window_.reset();
+    close();
     created_ = false;
 }
 
@@ -138,7 +138,15 @@ bool ClapEditor::open() {
         return false;
     }
     window_ = std::move(opened).value();
+    pulse_.beginWindow(window_->native().fileDescriptor());
     return true;
+}
+
+void ClapEditor::close() {
+    if (window_ != nullptr) {
+        pulse_.endWindow(); // first, as the window closes the descriptor
+        window_.reset();
+    }
 }
 
 bool ClapEditor::show() {
@@ -168,7 +176,7 @@ void ClapEditor::pump() {
     const bool isThere = window_->pump();
     window_->native().onClose = nullptr;
     if (!isThere) {
-        window_.reset();
+        close();
         host_.guiClosed(true);
     } else if (isClosed) {
         hide();

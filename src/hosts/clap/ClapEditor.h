@@ -3,6 +3,7 @@
 
 #include "hosts/clap/ClapEditQueue.h"
 #include "hosts/clap/ClapHost.h"
+#include "hosts/clap/ClapPulse.h"
 #include "hosts/shared/EditorWindow.h"
 
 #include <cstdint>
@@ -15,8 +16,8 @@ namespace qor::clap {
 /// opens. Sizes towards the host are pixels. Main thread.
 class ClapEditor {
 public:
-    /// Both must outlive the editor.
-    ClapEditor(host::UnitHost& unit, ClapHost& host, ClapEditQueue& edits);
+    /// All must outlive the editor.
+    ClapEditor(host::UnitHost& unit, ClapHost& host, ClapEditQueue& edits, ClapPulse& pulse);
     ~ClapEditor();
     ClapEditor(const ClapEditor&) = delete;
     ClapEditor& operator=(const ClapEditor&) = delete;
@@ -39,17 +40,20 @@ public:
     bool show();
     bool hide();
 
-    /// From the host's timer.
+    /// Takes input in and draws; whenever the host calls on the main thread. Tells the host if the window was
+    /// closed or is gone.
     void pump();
     /// The instance has another unit now.
     void unitReplaced();
 
 private:
     bool open();
+    void close();
     void tell(AUParameterAddress address, host::EditPhase phase, float value);
 
     ClapHost& host_;
     ClapEditQueue& edits_;
+    ClapPulse& pulse_;
     host::UnitHostModel model_;
     std::unique_ptr<host::EditorHost> editor_; // from the first window on
     std::unique_ptr<host::EditorWindow> window_;

@@ -133,14 +133,30 @@ void onTimer(const clap_plugin_t* plugin, clap_id /*timer*/) noexcept {
 }
 constexpr clap_plugin_timer_support_t kTimers{onTimer};
 
+void onDescriptor(const clap_plugin_t* plugin, int /*descriptor*/, std::uint32_t /*flags*/) noexcept {
+    checkThread(plugin, Promised::mainThread, "posix-fd-support.on_fd");
+    guarded([&] {
+        if (isReady(plugin)) {
+            instanceOf(plugin).onMainThread();
+        }
+    });
+}
+constexpr PluginDescriptors kDescriptors{onDescriptor};
+
 struct Named {
     std::string_view id;
     const void* table;
 };
 const Named kOffered[] = {
-    {CLAP_EXT_AUDIO_PORTS, &kAudioPorts}, {CLAP_EXT_PARAMS, &kParams}, {CLAP_EXT_STATE, &kState},
-    {CLAP_EXT_LATENCY, &kLatency},        {kExtTail, &kTail},          {kExtRender, &kRender},
-    {CLAP_EXT_TIMER_SUPPORT, &kTimers},   {CLAP_EXT_GUI, guiTable()},
+    {CLAP_EXT_AUDIO_PORTS, &kAudioPorts},
+    {CLAP_EXT_PARAMS, &kParams},
+    {CLAP_EXT_STATE, &kState},
+    {CLAP_EXT_LATENCY, &kLatency},
+    {kExtTail, &kTail},
+    {kExtRender, &kRender},
+    {CLAP_EXT_TIMER_SUPPORT, &kTimers},
+    {kExtDescriptors, &kDescriptors},
+    {CLAP_EXT_GUI, guiTable()},
 };
 
 } // namespace

@@ -13,6 +13,7 @@ const Extension* ClapHost::extension(const char* id) const noexcept {
 void ClapHost::askForExtensions() noexcept {
     params_ = extension<clap_host_params_t>(CLAP_EXT_PARAMS);
     timers_ = extension<clap_host_timer_support_t>(CLAP_EXT_TIMER_SUPPORT);
+    descriptors_ = extension<HostDescriptors>(kExtDescriptors);
     gui_ = extension<clap_host_gui_t>(CLAP_EXT_GUI);
     threads_ = extension<clap_host_thread_check_t>(CLAP_EXT_THREAD_CHECK);
     log_ = extension<HostLog>(kExtLog);
@@ -60,6 +61,17 @@ std::optional<clap_id> ClapHost::registerTimer(std::uint32_t milliseconds) const
 void ClapHost::unregisterTimer(clap_id timer) const noexcept {
     if (timers_ != nullptr && timers_->unregister_timer != nullptr) {
         timers_->unregister_timer(host_, timer);
+    }
+}
+
+bool ClapHost::registerDescriptor(int descriptor) const noexcept {
+    return descriptors_ != nullptr && descriptors_->add != nullptr &&
+           descriptors_->add(host_, descriptor, kDescriptorReadable);
+}
+
+void ClapHost::unregisterDescriptor(int descriptor) const noexcept {
+    if (descriptors_ != nullptr && descriptors_->remove != nullptr) {
+        descriptors_->remove(host_, descriptor);
     }
 }
 

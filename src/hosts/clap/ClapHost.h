@@ -31,6 +31,10 @@ public:
     /// A regular call every so many milliseconds, if the host offers it. Main thread.
     std::optional<clap_id> registerTimer(std::uint32_t milliseconds) const noexcept;
     void unregisterTimer(clap_id timer) const noexcept;
+    /// A call whenever the descriptor becomes readable, if the host offers it. Main thread.
+    bool registerDescriptor(int descriptor) const noexcept;
+    /// To be called before the descriptor is closed.
+    void unregisterDescriptor(int descriptor) const noexcept;
     /// Says on the host's log if the call came on another thread, and returns whether it came on the right
     /// one or the host can't tell. `call` names what was called.
     bool checkThread(Promised promised, const char* call) const noexcept;
@@ -42,6 +46,7 @@ private:
     const clap_host_t* host_;
     const clap_host_params_t* params_ = nullptr;
     const clap_host_timer_support_t* timers_ = nullptr;
+    const HostDescriptors* descriptors_ = nullptr;
     const clap_host_gui_t* gui_ = nullptr;
     const clap_host_thread_check_t* threads_ = nullptr;
     const HostLog* log_ = nullptr;

@@ -15,18 +15,11 @@ namespace qor::clap {
 
 namespace {
 
-constexpr std::uint32_t kTimerPeriod = 20; // ms
 // Beyond these no audio device goes, and the limiter's arithmetic has not been looked at.
 constexpr double kLowestRate = 1000.0;
 constexpr double kHighestRate = 1536000.0;
 
 } // namespace
-
-ClapInstance::~ClapInstance() {
-    if (timer_) {
-        host_.unregisterTimer(*timer_);
-    }
-}
 
 bool ClapInstance::init() {
     host_.askForExtensions();
@@ -38,11 +31,8 @@ bool ClapInstance::init() {
         return false;
     }
     unit_ = std::move(made).value();
-    timer_ = host_.registerTimer(kTimerPeriod);
-    unit_->setPumpedByHost(timer_.has_value());
-    if (timer_) {
-        editor_ = std::make_unique<ClapEditor>(*unit_, host_, edits_);
-    }
+    pulse_.emplace(host_, *unit_);
+    editor_ = std::make_unique<ClapEditor>(*unit_, host_, edits_, *pulse_);
     return true;
 }
 
@@ -105,11 +95,9 @@ bool ClapInstance::value(clap_id id, double& value) const {
 }
 
 void ClapInstance::onMainThread() {
-    pumpAsked_.store(false);
+    pulse_->answered();
     unit_->pump();
-    if (editor_ != nullptr) {
-        editor_->pump();
-    }
+    editor_->pump();
 }
 
 // Without frames nothing is rendered, and the tree hears of the values at once.

@@ -3,6 +3,7 @@
 
 #include "hosts/clap/ClapEditor.h"
 #include "hosts/clap/ClapHost.h"
+#include "hosts/clap/ClapPulse.h"
 #include "hosts/shared/PluginRuntime.h"
 #include "hosts/shared/UnitHost.h"
 
@@ -17,7 +18,6 @@ namespace qor::clap {
 class ClapInstance {
 public:
     explicit ClapInstance(const clap_host_t* host) noexcept : host_(host) {}
-    ~ClapInstance();
     ClapInstance(const ClapInstance&) = delete;
     ClapInstance& operator=(const ClapInstance&) = delete;
 
@@ -29,9 +29,9 @@ public:
     bool load(const clap_istream_t* stream);
     /// False for an unknown id.
     bool value(clap_id id, double& value) const;
-    /// Runs what waits for the main thread; from the host's timer and after `requestCallback`.
+    /// Runs what waits for the main thread; whenever the host calls there.
     void onMainThread();
-    /// Null where the host offers no timer: nothing would move the editor's window then.
+    /// Null before `init`.
     ClapEditor* editor() noexcept { return editor_.get(); }
 
     // Audio thread while active.
@@ -45,22 +45,20 @@ public:
     std::uint32_t tail() const noexcept;
     const ClapHost& host() const noexcept { return host_; }
     /// `init` has succeeded.
-    bool isReady() const noexcept { return unit_ != nullptr; }
+    bool isReady() const noexcept { return editor_ != nullptr; }
     bool isActive() const noexcept { return active_.load(std::memory_order_relaxed); }
 
 private:
     void render(const clap_process_t& block) noexcept QOR_NONBLOCKING;
     void flushInactive(const clap_input_events_t* events);
-    void askForPump() noexcept QOR_NONBLOCKING_IN_RENDER;
 
     ClapHost host_;
     std::shared_ptr<host::PluginRuntime> runtime_; // outlives the unit
     std::unique_ptr<host::UnitHost> unit_;
     ClapEditQueue edits_;
+    std::optional<ClapPulse> pulse_; // from `init` on
     std::unique_ptr<ClapEditor> editor_;
-    std::optional<clap_id> timer_;
     std::atomic<bool> active_{false};
-    std::atomic<bool> pumpAsked_{false}; // one request under way is enough
 };
 
 } // namespace qor::clap

@@ -133,15 +133,7 @@ void ClapInstance::render(const clap_process_t& block) noexcept {
     }
     stretch(position, block.frames_count, true);
     if (anyParameter) {
-        askForPump();
-    }
-}
-
-void ClapInstance::askForPump() noexcept {
-    if (!timer_ && !pumpAsked_.exchange(true)) {
-        QOR_UNSEEN_BEGIN // the host's callback
-        host_.requestCallback();
-        QOR_UNSEEN_END
+        pulse_->ask();
     }
 }
 

@@ -35,6 +35,17 @@ struct HostLog {
     void (*log)(const clap_host_t* host, std::int32_t severity, const char* message); // any thread
 };
 
+inline constexpr const char* kExtDescriptors = "clap.posix-fd-support";
+inline constexpr std::uint32_t kDescriptorReadable = 1U << 0U;
+struct HostDescriptors { // main thread
+    bool (*add)(const clap_host_t* host, int descriptor, std::uint32_t flags);
+    bool (*change)(const clap_host_t* host, int descriptor, std::uint32_t flags);
+    bool (*remove)(const clap_host_t* host, int descriptor);
+};
+struct PluginDescriptors {
+    void (*onDescriptor)(const clap_plugin_t* plugin, int descriptor, std::uint32_t flags); // main thread
+};
+
 /// A stepped parameter whose values have names. Hosts of older interface versions ignore it.
 inline constexpr clap_param_info_flags kParamIsEnum = 1U << 16U;
 

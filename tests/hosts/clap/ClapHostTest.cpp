@@ -80,6 +80,8 @@ TEST(ClapHost, EveryPieceMayBeMissing) {
     host.requestCallback();
     host.valuesChanged();
     EXPECT_EQ(host.registerTimer(20), std::nullopt);
+    EXPECT_FALSE(host.registerDescriptor(1));
+    host.unregisterDescriptor(1);
     host.unregisterTimer(3);
     EXPECT_TRUE(host.checkThread(Promised::mainThread, "init"));
 }
