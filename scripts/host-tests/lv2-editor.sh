@@ -187,7 +187,7 @@ check "pressed again"
 echo "== strip"
 click 214 355; picture mode-menu; xdotool key Down sleep 0.2 key Return sleep 0.3; want[mode]=1
 click 316 355; want[final_limiter]=0
-drag 41 378 26 0;  want[input_filter_hp]=0.2
+drag 41 378 28 0;  want[input_filter_hp]=0.2
 click 452 378; enter "60"; want[input_filter_lp]=0.6
 # The threshold takes on the law that the knee stands for, as it does on the command line.
 wheel 330 93 4 1; wheel 330 93 5 1
@@ -296,7 +296,7 @@ drag 330 93 -60 0; want[threshold]=0.5
 drag 84 201 20 0;  want[trim]=0.6
 click 429 132; enter "33"; want[knee]=0.33
 click 425 282; want[audition]=1
-drag 414 378 -26 0; want[input_filter_lp]=0.8
+drag 428 378 -28 0; want[input_filter_lp]=0.8
 check "dragged and typed"
 click 425 282; want[audition]=0
 check "pressed again"
