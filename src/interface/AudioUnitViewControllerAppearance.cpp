@@ -11,6 +11,13 @@ constexpr double kDim = 0.5;
 constexpr double kBright = 1.0;
 constexpr float kFrameSeconds = 0.009F; // of the banner's animations
 
+/// From 0, gone, to 1, all there.
+void fadeAndScale(UIView& banner, float value) {
+    const auto v = static_cast<double>(value);
+    banner.setAlpha(v);
+    banner.setTransform(CGAffineTransformScale(CGAffineTransformIdentity, v, v));
+}
+
 } // namespace
 
 void AudioUnitViewController::onContrastButton(UIButton& sender) {
@@ -42,10 +49,7 @@ void AudioUnitViewController::showInfo(const std::string& string) {
     const auto animator = makeRef<Animator>(static_cast<float>(unwrapImplicit(infoView).alpha()), 1.0F,
                                             kFrames, kFrameSeconds, EnumEasing::EASING_easeOutExpo);
     animator->onAnimation = [strong = self()](Animator&, float value) {
-        const auto v = static_cast<double>(value);
-        unwrapImplicit(strong->infoView).setAlpha(v);
-        unwrapImplicit(strong->infoView)
-            .setTransform(CGAffineTransformScale(CGAffineTransformIdentity, v, v));
+        fadeAndScale(unwrapImplicit(strong->infoView), value);
     };
     animator->onFinished = [strong = self()](Animator&, float) { strong->hideInfo(); };
     animator->start();
@@ -56,10 +60,7 @@ void AudioUnitViewController::hideInfo() {
     const auto animator = makeRef<Animator>(static_cast<float>(unwrapImplicit(infoView).alpha()), 0.0F,
                                             kFrames, kFrameSeconds, EnumEasing::EASING_easeInExpo);
     animator->onAnimation = [strong = self()](Animator&, float value) {
-        const auto v = static_cast<double>(value);
-        unwrapImplicit(strong->infoView).setAlpha(v);
-        unwrapImplicit(strong->infoView)
-            .setTransform(CGAffineTransformScale(CGAffineTransformIdentity, v, v));
+        fadeAndScale(unwrapImplicit(strong->infoView), value);
     };
     animator->onFinished = [strong = self()](Animator&, float) {
         unwrapImplicit(strong->infoView).setHidden(true);

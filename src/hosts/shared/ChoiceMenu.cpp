@@ -29,7 +29,7 @@ void ChoiceListView::draw(const CGRect& rect) {
     style::drawBox(rect, style::kField, style::kLine);
     unwrap(UIGraphicsGetCurrentContext()).clipToRect(CGRectInset(rect, 1.0, 1.0));
     const UIFont font = UIFont::systemFontOfSize(style::kFontSize);
-    for (std::size_t row = static_cast<std::size_t>(top_); row < items.size(); ++row) {
+    for (auto row = static_cast<std::size_t>(top_); row < items.size(); ++row) {
         const CGRect line = CGRectMake(
             rect.origin.x, rect.origin.y + (static_cast<double>(row) - top_) * kRow, rect.size.width, kRow);
         if (line.origin.y > CGRectGetMaxY(rect)) {
@@ -118,6 +118,8 @@ ChoiceMenu::ChoiceMenu(std::vector<std::string> items, std::size_t current, Bloc
     list_->identifier = "choices";
     list_->onChoice = [this, onChoice = std::move(onChoice)](std::size_t row) {
         const auto keep = shared_from_this();
+        // The dismissal may take this closure with it.
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
         const auto chosen = onChoice;
         dismissViewController(true);
         chosen(row);
