@@ -6,10 +6,8 @@ namespace qor {
 
 namespace {
 
-using CurveFunction = float (Animator::*)(std::int64_t, float, float, std::int64_t) const;
-
 /// In the order of the raw values.
-constexpr std::array<CurveFunction, 41> kCurves = {
+constexpr std::array<Animator::CurveFunction, 41> kCurves = {
     &Animator::easeNone,        &Animator::easeInQuad,       &Animator::easeOutQuad,
     &Animator::easeInOutQuad,   &Animator::easeOutInQuad,    &Animator::easeInCubic,
     &Animator::easeOutCubic,    &Animator::easeInOutCubic,   &Animator::easeOutInCubic,

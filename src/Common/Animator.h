@@ -15,6 +15,7 @@ class Animator : public std::enable_shared_from_this<Animator> {
 public:
     /// Frame, source, amount, number of frames.
     using Curve = Block<float(std::int64_t, float, float, std::int64_t)>;
+    using CurveFunction = float (Animator::*)(std::int64_t, float, float, std::int64_t) const;
 
     /// How many animators live.
     inline static std::int64_t classCount = 0;
@@ -154,6 +155,9 @@ public:
 
 private:
     virtual void reset();
+    /// Half the way along `out`, then the other half along `in`.
+    float easeOutIn(CurveFunction out, CurveFunction in, std::int64_t currentFrame, float sourceValue,
+                    float amount, std::int64_t numFrames) const;
 
     EnumEasing type_ = EnumEasing::EASING_easeNone;
 };

@@ -47,14 +47,4 @@ float Animator::easeInOutBounce(std::int64_t currentFrame, float sourceValue, fl
            sourceValue;
 }
 
-float Animator::easeOutInBounce(std::int64_t currentFrame, float sourceValue, float amount,
-                                std::int64_t numFrames) const {
-    const float h = amount / 2.0f;
-    if (currentFrame < numFrames / 2) {
-        return easeOutBounce(checkedMultiply(currentFrame, 2), sourceValue, h, numFrames);
-    }
-    return easeInBounce(checkedSubtract(checkedMultiply(currentFrame, 2), numFrames), sourceValue + h, h,
-                        numFrames);
-}
-
 } // namespace qor

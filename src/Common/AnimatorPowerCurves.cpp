@@ -33,16 +33,6 @@ float Animator::easeInOutQuad(std::int64_t currentFrame, float sourceValue, floa
     return -amount / 2.0f * ((v - 1.0f) * (v - 1.0f - 2.0f) - 1.0f) + sourceValue;
 }
 
-float Animator::easeOutInQuad(std::int64_t currentFrame, float sourceValue, float amount,
-                              std::int64_t numFrames) const {
-    const float h = amount / 2.0f;
-    if (currentFrame < numFrames / 2) {
-        return easeOutQuad(checkedMultiply(currentFrame, 2), sourceValue, h, numFrames);
-    }
-    return easeInQuad(checkedSubtract(checkedMultiply(currentFrame, 2), numFrames), sourceValue + h, h,
-                      numFrames);
-}
-
 float Animator::easeInCubic(std::int64_t currentFrame, float sourceValue, float amount,
                             std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
@@ -63,16 +53,6 @@ float Animator::easeInOutCubic(std::int64_t currentFrame, float sourceValue, flo
         return amount / 2.0f * powf(v, 3.0f) + sourceValue;
     }
     return amount / 2.0f * (powf(v - 2.0f, 3.0f) + 2.0f) + sourceValue;
-}
-
-float Animator::easeOutInCubic(std::int64_t currentFrame, float sourceValue, float amount,
-                               std::int64_t numFrames) const {
-    const float h = amount / 2.0f;
-    if (currentFrame < numFrames / 2) {
-        return easeOutCubic(checkedMultiply(currentFrame, 2), sourceValue, h, numFrames);
-    }
-    return easeInCubic(checkedSubtract(checkedMultiply(currentFrame, 2), numFrames), sourceValue + h, h,
-                       numFrames);
 }
 
 float Animator::easeInQuart(std::int64_t currentFrame, float sourceValue, float amount,
@@ -100,16 +80,6 @@ float Animator::easeInOutQuart(std::int64_t currentFrame, float sourceValue, flo
     return amount / 2.0f * (powf(v - 2.0f, 4.0f) + 2.0f) + sourceValue;
 }
 
-float Animator::easeOutInQuart(std::int64_t currentFrame, float sourceValue, float amount,
-                               std::int64_t numFrames) const {
-    const float h = amount / 2.0f;
-    if (currentFrame < numFrames / 2) {
-        return easeOutQuart(checkedMultiply(currentFrame, 2), sourceValue, h, numFrames);
-    }
-    return easeInQuart(checkedSubtract(checkedMultiply(currentFrame, 2), numFrames), sourceValue + h, h,
-                       numFrames);
-}
-
 float Animator::easeInQuint(std::int64_t currentFrame, float sourceValue, float amount,
                             std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
@@ -130,16 +100,6 @@ float Animator::easeInOutQuint(std::int64_t currentFrame, float sourceValue, flo
         return amount / 2.0f * powf(v, 5.0f) + sourceValue;
     }
     return amount / 2.0f * (powf(v - 2.0f, 5.0f) + 2.0f) + sourceValue;
-}
-
-float Animator::easeOutInQuint(std::int64_t currentFrame, float sourceValue, float amount,
-                               std::int64_t numFrames) const {
-    const float h = amount / 2.0f;
-    if (currentFrame < numFrames / 2) {
-        return easeOutQuint(checkedMultiply(currentFrame, 2), sourceValue, h, numFrames);
-    }
-    return easeInQuint(checkedSubtract(checkedMultiply(currentFrame, 2), numFrames), sourceValue + h, h,
-                       numFrames);
 }
 
 } // namespace qor

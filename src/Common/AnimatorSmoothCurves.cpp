@@ -2,11 +2,12 @@
 #include "Common/Animator.h"
 
 #include <cmath>
+#include <numbers>
 
 namespace qor {
 
 namespace {
-constexpr float kPi = 3.14159265358979323846f;
+constexpr float kPi = std::numbers::pi_v<float>;
 } // namespace
 
 float Animator::easeInSine(std::int64_t currentFrame, float sourceValue, float amount,
@@ -26,16 +27,6 @@ float Animator::easeInOutSine(std::int64_t currentFrame, float sourceValue, floa
     const auto f = static_cast<float>(currentFrame);
     const auto n = static_cast<float>(numFrames);
     return -amount / 2.0f * (cosf(kPi * f / n) - 1.0f) + sourceValue;
-}
-
-float Animator::easeOutInSine(std::int64_t currentFrame, float sourceValue, float amount,
-                              std::int64_t numFrames) const {
-    const float h = amount / 2.0f;
-    if (currentFrame < numFrames / 2) {
-        return easeOutSine(checkedMultiply(currentFrame, 2), sourceValue, h, numFrames);
-    }
-    return easeInSine(checkedSubtract(checkedMultiply(currentFrame, 2), numFrames), sourceValue + h, h,
-                      numFrames);
 }
 
 float Animator::easeInExpo(std::int64_t currentFrame, float sourceValue, float amount,
@@ -78,16 +69,6 @@ float Animator::easeInOutExpo(std::int64_t currentFrame, float sourceValue, floa
     return amount / 2.0f * (2.0f - powf(2.0f, -10.0f * (v - 1.0f))) + sourceValue;
 }
 
-float Animator::easeOutInExpo(std::int64_t currentFrame, float sourceValue, float amount,
-                              std::int64_t numFrames) const {
-    const float h = amount / 2.0f;
-    if (currentFrame < numFrames / 2) {
-        return easeOutExpo(checkedMultiply(currentFrame, 2), sourceValue, h, numFrames);
-    }
-    return easeInExpo(checkedSubtract(checkedMultiply(currentFrame, 2), numFrames), sourceValue + h, h,
-                      numFrames);
-}
-
 float Animator::easeInCirc(std::int64_t currentFrame, float sourceValue, float amount,
                            std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
@@ -109,16 +90,6 @@ float Animator::easeInOutCirc(std::int64_t currentFrame, float sourceValue, floa
     }
     const float u = v - 2.0f;
     return amount / 2.0f * (sqrtf(1.0f - u * u) + 1.0f) + sourceValue;
-}
-
-float Animator::easeOutInCirc(std::int64_t currentFrame, float sourceValue, float amount,
-                              std::int64_t numFrames) const {
-    const float h = amount / 2.0f;
-    if (currentFrame < numFrames / 2) {
-        return easeOutCirc(checkedMultiply(currentFrame, 2), sourceValue, h, numFrames);
-    }
-    return easeInCirc(checkedSubtract(checkedMultiply(currentFrame, 2), numFrames), sourceValue + h, h,
-                      numFrames);
 }
 
 } // namespace qor

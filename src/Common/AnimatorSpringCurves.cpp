@@ -2,11 +2,12 @@
 #include "Common/Animator.h"
 
 #include <cmath>
+#include <numbers>
 
 namespace qor {
 
 namespace {
-constexpr float kPi = 3.14159265358979323846f;
+constexpr float kPi = std::numbers::pi_v<float>;
 } // namespace
 
 float Animator::easeInElastic(std::int64_t currentFrame, float sourceValue, float amount,
@@ -62,16 +63,6 @@ float Animator::easeInOutElastic(std::int64_t currentFrame, float sourceValue, f
     return amount * powf(2.0f, -10.0f * (v - 1.0f)) * sinf(w * kPi / q) * 0.5f + amount + sourceValue;
 }
 
-float Animator::easeOutInElastic(std::int64_t currentFrame, float sourceValue, float amount,
-                                 std::int64_t numFrames) const {
-    const float h = amount / 2.0f;
-    if (currentFrame < numFrames / 2) {
-        return easeOutElastic(checkedMultiply(currentFrame, 2), sourceValue, h, numFrames);
-    }
-    return easeInElastic(checkedSubtract(checkedMultiply(currentFrame, 2), numFrames), sourceValue + h, h,
-                         numFrames);
-}
-
 float Animator::easeInBack(std::int64_t currentFrame, float sourceValue, float amount,
                            std::int64_t numFrames) const {
     const float t = static_cast<float>(currentFrame) / static_cast<float>(numFrames);
@@ -93,16 +84,6 @@ float Animator::easeInOutBack(std::int64_t currentFrame, float sourceValue, floa
     }
     const float u = v - 2.0f;
     return amount / 2.0f * (u * u * (3.5949094f * u + 2.5949094f) + 2.0f) + sourceValue;
-}
-
-float Animator::easeOutInBack(std::int64_t currentFrame, float sourceValue, float amount,
-                              std::int64_t numFrames) const {
-    const float h = amount / 2.0f;
-    if (currentFrame < numFrames / 2) {
-        return easeOutBack(checkedMultiply(currentFrame, 2), sourceValue, h, numFrames);
-    }
-    return easeInBack(checkedSubtract(checkedMultiply(currentFrame, 2), numFrames), sourceValue + h, h,
-                      numFrames);
 }
 
 } // namespace qor
