@@ -139,6 +139,23 @@ colours=$(identify -format '%k' "$work/default.png")
 [ "$colours" -gt 50 ] || fail "the editor shows $colours colours only"
 echo "embedded, $size, $colours colours"
 
+echo "== resize"
+# The host's window is made wider than the panel's proportions; the editor keeps them.
+frame=$(window_of --name '^QOR Limiter - Master Out') || fail "the editor's own window is not there"
+xdo windowsize "$frame" 900 612
+is_large() {
+  import -window "$editor" "$work/large.png"
+  [ "$(identify -format '%w' "$work/large.png")" -ge 780 ] && [ "$(identify -format '%k' "$work/large.png")" -gt 50 ]
+}
+eventually is_large || fail "the editor stays as it is: $(identify -format '%wx%h' "$work/large.png")"
+sleep 1
+picture large
+echo "$(identify -format '%wx%h' "$work/large.png")"
+xdo windowsize "$frame" 512 392
+is_small() { import -window "$editor" "$work/small.png" && [ "$(identify -format '%wx%h' "$work/small.png")" = 512x392 ]; }
+eventually is_small || fail "the editor does not shrink again: $(identify -format '%wx%h' "$work/small.png")"
+sleep 1
+
 echo "== drag"
 xdo mousemove --window "$editor" 83 200 mousedown 1
 for y in 195 190 185 180 175 170; do

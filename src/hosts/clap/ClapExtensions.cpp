@@ -5,6 +5,7 @@
 #include "hosts/clap/ClapParameters.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -26,7 +27,7 @@ bool port(const clap_plugin_t* /*plugin*/, std::uint32_t index, bool isInput,
     }
     *info = {};
     info->id = 0;
-    std::strcpy(info->name, isInput ? "Input" : "Output");
+    std::snprintf(info->name, sizeof info->name, "%s", isInput ? "Input" : "Output");
     info->flags = CLAP_AUDIO_PORT_IS_MAIN;
     info->channel_count = 2;
     info->port_type = CLAP_PORT_STEREO;
