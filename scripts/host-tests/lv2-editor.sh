@@ -45,8 +45,8 @@ find_editor() {
   editor=$(xdotool search --onlyvisible --class '^qor-limiter$' | tail -1) && [ -n "$editor" ]
 }
 host_has_keyboard() { [ "$(xdotool getactivewindow)" = "$window" ] && [ "$(xdotool getwindowfocus -f)" != "$editor" ]; }
-start_host() { # ARGUMENTS...
-  stdbuf -oL jalv.gtk3 --print-controls --jack-name "$client" "$@" "$uri" >"$work/jalv.log" 2>&1 &
+start_host() {
+  stdbuf -oL jalv.gtk3 --print-controls --jack-name "$client" "$uri" >"$work/jalv.log" 2>&1 &
   host=$!
   pids+=("$host")
   eventually find_editor || fail "the host shows no editor"

@@ -8,24 +8,61 @@
 
 namespace platform {
 
+namespace {
+
+bool isPossible(double width, double height) {
+    return width >= 1.0 && height >= 1.0 && width <= BitmapContext::kLargestSide &&
+           height <= BitmapContext::kLargestSide;
+}
+
+using Cairo = std::unique_ptr<cairo_t, decltype(&cairo_destroy)>;
+
+/// Fails without memory.
+Result<Cairo> drawingOn(const CairoSurface& surface) {
+    Cairo cairo(cairo_create(surface.get()), cairo_destroy);
+    if (cairo_status(cairo.get()) != CAIRO_STATUS_SUCCESS) {
+        return drawingError(std::string("The picture can't be made: ") +
+                            cairo_status_to_string(cairo_status(cairo.get())));
+    }
+    return cairo;
+}
+
+} // namespace
+
 Result<std::unique_ptr<BitmapContext>> BitmapContext::make(const CGSize& points, double scale) {
     const double width = std::round(points.width * scale);
     const double height = std::round(points.height * scale);
-    if (!(width >= 1.0 && height >= 1.0 && width <= kLargestSide && height <= kLargestSide)) {
+    if (!isPossible(width, height)) {
         return drawingError("A picture of " + text(points.width) + " by " + text(points.height) +
                             " points at scale " + text(scale) +
                             " isn't possible: each side must come to 1 to " + text(kLargestSide) + " pixels");
     }
     const CairoSurface surface(
         cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(width), static_cast<int>(height)));
-    const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> cairo(cairo_create(surface.get()),
-                                                                   cairo_destroy);
-    if (cairo_status(cairo.get()) != CAIRO_STATUS_SUCCESS) {
-        return drawingError(std::string("The picture can't be made: ") +
-                            cairo_status_to_string(cairo_status(cairo.get())));
+    auto cairo = drawingOn(surface);
+    if (!cairo) {
+        return cairo.error();
     }
-    cairo_scale(cairo.get(), scale, scale);
-    return std::unique_ptr<BitmapContext>(new BitmapContext(cairo.get(), scale));
+    cairo_scale(cairo.value().get(), scale, scale);
+    return std::unique_ptr<BitmapContext>(new BitmapContext(cairo.value().get(), scale));
+}
+
+Result<std::unique_ptr<BitmapContext>> BitmapContext::over(std::span<std::uint32_t> pixels, int width,
+                                                           int height) {
+    if (!isPossible(width, height) ||
+        pixels.size() < static_cast<std::size_t>(width) * static_cast<std::size_t>(height)) {
+        return drawingError("Pixels of " + text(width) + " by " + text(height) +
+                            " can't be drawn over: each side must come to 1 to " + text(kLargestSide) +
+                            ", and all of them must be there");
+    }
+    const CairoSurface surface(cairo_image_surface_create_for_data(
+        reinterpret_cast<unsigned char*>(pixels.data()), CAIRO_FORMAT_ARGB32, width, height,
+        width * static_cast<int>(sizeof(std::uint32_t))));
+    auto cairo = drawingOn(surface);
+    if (!cairo) {
+        return cairo.error();
+    }
+    return std::unique_ptr<BitmapContext>(new BitmapContext(cairo.value().get(), 1.0));
 }
 
 int BitmapContext::pixelWidth() const {

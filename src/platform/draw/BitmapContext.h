@@ -5,7 +5,9 @@
 #include "platform/draw/CairoContext.h"
 #include "platform/draw/UIImage.h"
 
+#include <cstdint>
 #include <memory>
+#include <span>
 
 namespace platform {
 
@@ -16,6 +18,11 @@ public:
 
     /// Fails for a size that comes to no pixel or to more than `kLargestSide` of them on a side.
     static Result<std::unique_ptr<BitmapContext>> make(const CGSize& points, double scale = 1.0);
+
+    /// Draws over what is in a picture's pixels: rows from the top, at one pixel a point. The pixels are the
+    /// caller's and must outlive the context. Fails like `make`, and if they are too few.
+    static Result<std::unique_ptr<BitmapContext>> over(std::span<std::uint32_t> pixels, int width,
+                                                       int height);
 
     int pixelWidth() const;
     int pixelHeight() const;

@@ -18,6 +18,7 @@ constexpr double kSmallestArea = 1e-12;
 constexpr double kLargestElement = 1e7;
 // Wider pens cover everything; Cairo's round pens grow without bound with their width.
 constexpr double kWidestPen = 1e5;
+constexpr double kSoftEdge = 1.0; // what smooth edges touch beyond a shape, in pixels
 
 bool usable(const CGAffineTransform& map) {
     const double largest = std::max({std::abs(map.a), std::abs(map.b), std::abs(map.c), std::abs(map.d)});
@@ -85,16 +86,50 @@ CGAffineTransform CairoContext::deviceMap() const {
     return CGAffineTransformConcat(ctm(), base_);
 }
 
+void CairoContext::Extent::include(double x, double y) {
+    left = std::min(left, x);
+    top = std::min(top, y);
+    right = std::max(right, x);
+    bottom = std::max(bottom, y);
+}
+
+CGRect CairoContext::inked() const {
+    if (!(ink_.left < ink_.right && ink_.top < ink_.bottom)) {
+        return CGRectZero;
+    }
+    return CGRectMake(ink_.left, ink_.top, ink_.right - ink_.left, ink_.bottom - ink_.top);
+}
+
+void CairoContext::willDraw(double margin) {
+    cairo_matrix_t before;
+    cairo_get_matrix(cairo_, &before);
+    cairo_identity_matrix(cairo_);
+    Extent clip;
+    cairo_clip_extents(cairo_, &clip.left, &clip.top, &clip.right, &clip.bottom);
+    cairo_set_matrix(cairo_, &before);
+    const double left = std::max(clip.left, path_.left - margin);
+    const double top = std::max(clip.top, path_.top - margin);
+    const double right = std::min(clip.right, path_.right + margin);
+    const double bottom = std::min(clip.bottom, path_.bottom + margin);
+    if (left < right && top < bottom) {
+        ink_.include(left, top);
+        ink_.include(right, bottom);
+    }
+}
+
 // Leaves the path in device space with the identity matrix set. False if it has no place on a surface.
 bool CairoContext::addPath(const UIBezierPath& path, const CGAffineTransform& map) {
     cairo_identity_matrix(cairo_);
     cairo_new_path(cairo_);
+    path_ = {};
     bool finite = true;
     const auto placed = [&](const CGPoint& point) {
         const CGPoint device = CGPointApplyAffineTransform(point, map);
         finite = finite && std::isfinite(device.x) && std::isfinite(device.y);
-        return CGPointMake(std::clamp(device.x, -kFarthest, kFarthest),
-                           std::clamp(device.y, -kFarthest, kFarthest));
+        const CGPoint held = CGPointMake(std::clamp(device.x, -kFarthest, kFarthest),
+                                         std::clamp(device.y, -kFarthest, kFarthest));
+        path_.include(held.x, held.y); // a curve lies within its four points
+        return held;
     };
     for (const PathElement& element : path.elements()) {
         const CGPoint end = placed(element.end);
@@ -156,6 +191,10 @@ void CairoContext::onStroke(const UIBezierPath& path) {
     const auto& lengths = state().dashLengths;
     cairo_set_dash(cairo_, lengths.data(), static_cast<int>(lengths.size()), state().dashPhase);
     setSource(cairo_, state().stroke);
+    // Square caps and mitred joins reach further out than half the pen.
+    willDraw(std::hypot(std::hypot(map.a, map.b), std::hypot(map.c, map.d)) * cairo_get_line_width(cairo_) *
+                 std::max(1.0, cairo_get_miter_limit(cairo_)) / 2.0 +
+             kSoftEdge);
     cairo_stroke(cairo_);
 }
 
@@ -165,6 +204,7 @@ void CairoContext::fillWith(const UIBezierPath& path, const CGAffineTransform& m
     }
     cairo_set_fill_rule(cairo_, CAIRO_FILL_RULE_WINDING);
     setSource(cairo_, color);
+    willDraw(kSoftEdge);
     cairo_fill(cairo_);
 }
 
@@ -193,6 +233,7 @@ void CairoContext::onImage(const UIImage& image, const CGRect& rect) {
     cairo_set_matrix(cairo_, &matrix);
     cairo_set_source_surface(cairo_, surface.get(), 0.0, 0.0);
     cairo_pattern_set_extend(cairo_get_source(cairo_), CAIRO_EXTEND_PAD);
+    willDraw(kSoftEdge);
     cairo_fill(cairo_);
     setSource(cairo_, UIColor::blackColor()); // lets the picture's surface go
 }

@@ -3,6 +3,8 @@
 
 #include "platform/draw/CGContext.h"
 
+#include <cmath>
+
 // Cairo's own name, so that its header isn't needed here. NOLINTNEXTLINE(bugprone-reserved-identifier)
 using cairo_t = struct _cairo;
 
@@ -18,6 +20,8 @@ public:
 
     /// False once Cairo has failed (no memory).
     bool ok() const;
+    /// A rectangle in the surface's own units outside of which nothing has been drawn so far; empty at first.
+    CGRect inked() const;
 
 protected:
     cairo_t* cairo() const { return cairo_; }
@@ -31,12 +35,24 @@ protected:
     void onImage(const UIImage& image, const CGRect& rect) override;
 
 private:
+    struct Extent {
+        double left = INFINITY;
+        double top = INFINITY;
+        double right = -INFINITY;
+        double bottom = -INFINITY;
+        void include(double x, double y);
+    };
+
     CGAffineTransform deviceMap() const;
     bool addPath(const UIBezierPath& path, const CGAffineTransform& map);
+    /// The path that was added last is about to be drawn, reaching this far beyond its points.
+    void willDraw(double margin);
     void fillWith(const UIBezierPath& path, const CGAffineTransform& map, const UIColor& color);
 
     cairo_t* cairo_;
     CGAffineTransform base_;
+    Extent path_; // of the points of the path that was added last, in device space
+    Extent ink_;
 };
 
 } // namespace platform

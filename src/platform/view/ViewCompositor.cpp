@@ -39,30 +39,11 @@ std::uint32_t blended(std::uint32_t source, std::uint32_t target, std::uint32_t 
     return (redBlue + kept(target & 0x00FF00FFU)) | ((alphaGreen + kept((target >> 8U) & 0x00FF00FFU)) << 8U);
 }
 
-/// The smallest rectangle around the pixels in which two pictures differ; all of it for pictures of two
-/// sizes.
-PixelRect changedPixels(const UIImage& before, const UIImage& after) {
-    const PixelRect all{.x = 0, .y = 0, .width = after.pixelWidth(), .height = after.pixelHeight()};
-    if (before.pixelWidth() != all.width || before.pixelHeight() != all.height) {
-        return all;
-    }
-    PixelRect changed;
-    const auto width = static_cast<std::ptrdiff_t>(all.width);
-    for (int y = 0; y < all.height; ++y) {
-        const auto old = before.pixels().begin() + y * width;
-        const auto now = after.pixels().begin() + y * width;
-        if (std::equal(old, old + width, now)) {
-            continue;
-        }
-        const auto first = std::mismatch(old, old + width, now).first - old;
-        std::ptrdiff_t end = width;
-        while (end > first + 1 && old[end - 1] == now[end - 1]) {
-            --end;
-        }
-        changed = changed.united(
-            {.x = static_cast<int>(first), .y = y, .width = static_cast<int>(end - first), .height = 1});
-    }
-    return changed;
+/// The pixels of one row within a rectangle.
+template <class Pixels>
+auto rowOf(Pixels& pixels, std::size_t width, const PixelRect& area, int y) {
+    return pixels.begin() + static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * width +
+                                                        static_cast<std::size_t>(area.x));
 }
 
 } // namespace
@@ -142,16 +123,26 @@ void ViewCompositor::collect(UIView& view, const CGAffineTransform& map, const P
 void ViewCompositor::render(UIView& view, const CGAffineTransform& map, const PixelRect& area) {
     const CGAffineTransform toImage =
         CGAffineTransformConcat(map, CGAffineTransformMakeTranslation(-area.x, -area.y));
-    const bool sameSize = view.layer_ && view.layer_->image.pixelWidth() == area.width &&
-                          view.layer_->image.pixelHeight() == area.height;
+    const bool sameSize =
+        view.layer_ && view.layer_->width == area.width && view.layer_->height == area.height;
     const bool placedAlike = view.drawsNothing_ || (sameSize && view.layer_->map == toImage);
     if (!view.needsDisplay_ && placedAlike) {
         return;
     }
     view.needsDisplay_ = false;
     view.drawsNothing_ = false;
-    auto context = BitmapContext::make(
-        {.width = static_cast<double>(area.width), .height = static_cast<double>(area.height)});
+    if (!view.layer_) {
+        view.layer_ = std::make_unique<ViewLayer>();
+    }
+    ViewLayer& layer = *view.layer_;
+    if (sameSize) {
+        takeInkOff(layer);
+    } else {
+        layer.width = area.width;
+        layer.height = area.height;
+        layer.pixels.assign(static_cast<std::size_t>(area.width) * static_cast<std::size_t>(area.height), 0);
+    }
+    auto context = BitmapContext::over(layer.pixels, layer.width, layer.height);
     if (!context) {
         view.layer_.reset(); // larger than any screen; nothing is shown
         return;
@@ -165,14 +156,50 @@ void ViewCompositor::render(UIView& view, const CGAffineTransform& map, const Pi
         return;
     }
     view.drawsNothing_ = false;
-    if (!view.layer_) {
-        view.layer_ = std::make_unique<ViewLayer>();
+    const PixelRect all{.x = 0, .y = 0, .width = layer.width, .height = layer.height};
+    const PixelRect inkBefore = std::exchange(layer.ink, pixelsAround(canvas.inked()).intersected(all));
+    layer.changed = sameSize ? changedPixels(layer, inkBefore) : all;
+    layer.map = toImage;
+    layer.versionBefore = std::exchange(layer.version, ++versions_);
+}
+
+void ViewCompositor::takeInkOff(ViewLayer& layer) {
+    const PixelRect& ink = layer.ink;
+    inkBefore_.clear();
+    for (int y = ink.y; y < ink.y + ink.height; ++y) {
+        const auto row = rowOf(layer.pixels, static_cast<std::size_t>(layer.width), ink, y);
+        inkBefore_.insert(inkBefore_.end(), row, row + ink.width);
+        std::fill_n(row, ink.width, 0U);
     }
-    UIImage image = canvas.image();
-    view.layer_->changed = changedPixels(view.layer_->image, image);
-    view.layer_->image = std::move(image);
-    view.layer_->map = toImage;
-    view.layer_->versionBefore = std::exchange(view.layer_->version, ++versions_);
+}
+
+// The smallest rectangle around the pixels that are not what they were.
+PixelRect ViewCompositor::changedPixels(const ViewLayer& layer, const PixelRect& inkBefore) {
+    const PixelRect drawn = layer.ink.united(inkBefore);
+    PixelRect changed;
+    for (int y = drawn.y; y < drawn.y + drawn.height; ++y) {
+        rowBefore_.assign(static_cast<std::size_t>(drawn.width), 0U);
+        if (y >= inkBefore.y && y < inkBefore.y + inkBefore.height) {
+            const PixelRect whole{.x = 0, .y = 0, .width = inkBefore.width, .height = inkBefore.height};
+            std::copy_n(rowOf(inkBefore_, static_cast<std::size_t>(inkBefore.width), whole, y - inkBefore.y),
+                        inkBefore.width, rowBefore_.begin() + (inkBefore.x - drawn.x));
+        }
+        const auto old = rowBefore_.begin();
+        const auto now = rowOf(layer.pixels, static_cast<std::size_t>(layer.width), drawn, y);
+        std::ptrdiff_t end = drawn.width;
+        if (std::equal(old, old + end, now)) {
+            continue;
+        }
+        const auto first = std::mismatch(old, old + end, now).first - old;
+        while (end > first + 1 && old[end - 1] == now[end - 1]) {
+            --end;
+        }
+        changed = changed.united({.x = drawn.x + static_cast<int>(first),
+                                  .y = y,
+                                  .width = static_cast<int>(end - first),
+                                  .height = 1});
+    }
+    return changed;
 }
 
 bool ViewCompositor::isNextVersion(const Item& before, const Item& now) {
@@ -227,17 +254,22 @@ void ViewCompositor::compose(const PixelRect& damage) {
                     damage.width, 0U);
     }
     for (const Item& item : items_) {
-        const PixelRect seen = item.clip.intersected(damage);
+        const ViewLayer& layer = *item.layer;
+        PixelRect ink = layer.ink;
+        ink.x += item.area.x;
+        ink.y += item.area.y;
+        const PixelRect seen = item.clip.intersected(damage).intersected(ink);
         const auto alpha = static_cast<std::uint32_t>(std::lround(item.alpha * 256.0));
-        const UIImage& image = item.layer->image;
-        const auto rowLength = static_cast<std::size_t>(image.pixelWidth());
         for (int y = seen.y; y < seen.y + seen.height; ++y) {
-            const std::uint32_t* source = image.pixels().data() +
-                                          static_cast<std::size_t>(y - item.area.y) * rowLength +
-                                          static_cast<std::size_t>(seen.x - item.area.x);
+            const std::uint32_t* source =
+                layer.pixels.data() +
+                static_cast<std::size_t>(y - item.area.y) * static_cast<std::size_t>(layer.width) +
+                static_cast<std::size_t>(seen.x - item.area.x);
             std::uint32_t* target = pixels_.data() + static_cast<std::size_t>(y) * stride + seen.x;
             for (int x = 0; x < seen.width; ++x) {
-                if (source[x] != 0) {
+                if (alpha == 256 && source[x] >= 0xFF000000U) { // nothing shines through
+                    target[x] = source[x];
+                } else if (source[x] != 0) {
                     target[x] = blended(source[x], target[x], alpha);
                 }
             }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/draw/UIColor.h"
+#include "platform/draw/UIImage.h"
 #include "platform/view/UIView.h"
 #include "platform/view/ViewLayer.h"
 
@@ -36,6 +37,8 @@ private:
 
     void collect(UIView& view, const CGAffineTransform& map, const PixelRect& clip, double alpha);
     void render(UIView& view, const CGAffineTransform& map, const PixelRect& area);
+    void takeInkOff(ViewLayer& layer);
+    PixelRect changedPixels(const ViewLayer& layer, const PixelRect& inkBefore);
     /// Whether the two differ in nothing but one drawing of the layer.
     static bool isNextVersion(const Item& before, const Item& now);
     PixelRect difference(const std::vector<Item>& before) const;
@@ -46,6 +49,9 @@ private:
     int width_ = 0;
     int height_ = 0;
     std::uint64_t versions_ = 0;
+    // Of the layer that is drawn anew; kept for the next one.
+    std::vector<std::uint32_t> inkBefore_;
+    std::vector<std::uint32_t> rowBefore_;
 };
 
 } // namespace platform

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "platform/draw/CGAffineTransform.h"
-#include "platform/draw/UIImage.h"
 
 #include <cstdint>
+#include <vector>
 
 namespace platform {
 
@@ -25,11 +25,14 @@ struct PixelRect {
 /// The pixels of one view without its subviews, made for one place of the pixel grid.
 class ViewLayer {
 public:
-    UIImage image;
-    CGAffineTransform map;     // from the view to the image's pixels
+    std::vector<std::uint32_t> pixels; // as in a `UIImage`
+    int width = 0;
+    int height = 0;
+    PixelRect ink;             // nothing is drawn outside of it
+    CGAffineTransform map;     // from the view to the pixels
     std::uint64_t version = 0; // another number for other pixels
     std::uint64_t versionBefore = 0;
-    PixelRect changed; // where the two versions differ, in the image's pixels
+    PixelRect changed; // where the two versions differ, in pixels of the layer
 };
 
 } // namespace platform

@@ -13,8 +13,11 @@ constexpr std::uint32_t kLeftButton = 0;
 constexpr int kMouse = 0;                  // the number of the touch
 constexpr double kLargestWindow = 16000.0; // pixels; beyond it a size is not a size
 
-void drawRegion(const State& state, PuglView* view) {
+void drawRegion(const State& state, PuglView* view, const PuglExposeEvent& region) {
     auto* cairo = static_cast<cairo_t*>(puglGetContext(view));
+    // The rest would go to the display too, to be left out there.
+    cairo_rectangle(cairo, region.x, region.y, region.width, region.height);
+    cairo_clip(cairo);
     const ViewCompositor& picture = state.content->picture();
     cairo_set_source_rgb(cairo, 0.0, 0.0, 0.0); // the bars beside the content
     cairo_paint(cairo);
@@ -33,12 +36,12 @@ void drawRegion(const State& state, PuglView* view) {
     cairo_surface_destroy(image);
 }
 
-void expose(State& state, PuglView* view) {
+void expose(State& state, PuglView* view, const PuglExposeEvent& region) {
     if (state.content->needsDisplayPass()) {
         // A new size came with this event; what lies outside of its region is shown in the next round.
         NativeWindowEvents::refresh(state);
     }
-    drawRegion(state, view);
+    drawRegion(state, view, region);
 }
 
 void button(State& state, const PuglButtonEvent& event, bool down) {
@@ -121,7 +124,7 @@ PuglStatus NativeWindowEvents::handle(PuglView* view, const PuglEvent* event) {
         refresh(state);
         break;
     case PUGL_EXPOSE:
-        expose(state, view);
+        expose(state, view, event->expose);
         break;
     case PUGL_UNMAP:
         state.buttonHeld = false;
