@@ -1,6 +1,7 @@
 #include "hosts/cli/AudioReader.h"
 
 #include "hosts/cli/FileChecks.h"
+#include "hosts/cli/InputPipe.h"
 
 #include <utility>
 
@@ -23,7 +24,16 @@ Result<std::unique_ptr<AudioReader>> AudioReader::open(const std::string& file) 
         return readable.error();
     }
     SF_INFO info{};
-    std::unique_ptr<SNDFILE, Close> handle(sf_open(file.c_str(), SFM_READ, &info));
+    std::unique_ptr<SNDFILE, Close> handle;
+    Result<FileDescriptor> kept = isPipe(file) ? keepPipe(file) : FileDescriptor(-1);
+    if (!kept) {
+        return kept.error();
+    }
+    if (kept.value()) {
+        handle.reset(sf_open_fd(kept.value().get(), SFM_READ, &info, SF_FALSE));
+    } else { // by name, as some formats are told by the ending
+        handle.reset(sf_open(file.c_str(), SFM_READ, &info));
+    }
     if (handle == nullptr) {
         return workFailed("cannot read " + quotedName(file) + ": " + withoutPeriod(sf_strerror(nullptr)) +
                           ". Give a sound file that libsndfile reads: WAV, AIFF, FLAC, Ogg, MP3 and others.");
@@ -37,11 +47,13 @@ Result<std::unique_ptr<AudioReader>> AudioReader::open(const std::string& file) 
                           std::to_string(info.samplerate) +
                           " Hz. Convert it to a rate from 8000 to 384000 Hz.");
     }
-    return std::unique_ptr<AudioReader>(new AudioReader(file, std::move(handle), info));
+    return std::unique_ptr<AudioReader>(
+        new AudioReader(file, std::move(kept).value(), std::move(handle), info));
 }
 
-AudioReader::AudioReader(std::string name, std::unique_ptr<SNDFILE, Close> file, const SF_INFO& info)
-    : name_(std::move(name)), file_(std::move(file)), info_(info) {}
+AudioReader::AudioReader(std::string name, FileDescriptor kept, std::unique_ptr<SNDFILE, Close> file,
+                         const SF_INFO& info)
+    : name_(std::move(name)), kept_(std::move(kept)), file_(std::move(file)), info_(info) {}
 
 Result<std::size_t> AudioReader::read(float* left, float* right, std::size_t count) {
     const auto channelCount = static_cast<std::size_t>(info_.channels);

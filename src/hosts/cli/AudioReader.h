@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hosts/cli/Failure.h"
+#include "platform/files/FileDescriptor.h"
 
 #include <sndfile.h>
 
@@ -17,7 +18,7 @@ inline constexpr int kLowestRate = 8000;    // Hz
 inline constexpr int kHighestRate = 384000; // Hz
 
 /// A sound file with one or two channels. One channel is delivered on both sides. Integer samples are scaled
-/// to -1.0 up to below 1.0; floats come as they are, also beyond 1.0.
+/// to -1.0 up to below 1.0; floats come as they are, also beyond 1.0. A pipe is read to its end first.
 class AudioReader {
 public:
     /// Refuses what is missing, no sound file, has more than two channels or a rate outside 8000 to 384000
@@ -37,9 +38,11 @@ private:
         void operator()(SNDFILE* file) const noexcept { sf_close(file); }
     };
 
-    AudioReader(std::string name, std::unique_ptr<SNDFILE, Close> file, const SF_INFO& info);
+    AudioReader(std::string name, FileDescriptor kept, std::unique_ptr<SNDFILE, Close> file,
+                const SF_INFO& info);
 
     std::string name_;
+    FileDescriptor kept_; // what came through a pipe
     std::unique_ptr<SNDFILE, Close> file_;
     SF_INFO info_;
     std::vector<float> interleaved_;

@@ -1,7 +1,6 @@
 #include "hosts/cli/AudioWriter.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -43,15 +42,6 @@ int libraryFormat(OutputFormat format, std::int64_t frames) {
 
 } // namespace
 
-std::optional<OutputFormat> outputFormatNamed(std::string_view name) {
-    for (const OutputFormatName& row : kOutputFormats) {
-        if (name == row.name) {
-            return row.format;
-        }
-    }
-    return std::nullopt;
-}
-
 bool needsRF64(OutputFormat format, std::int64_t frames) {
     return format != OutputFormat::flac && frames > kLargestWav / (2LL * bytesPerSample(format));
 }
@@ -75,21 +65,12 @@ SF_VIRTUAL_IO AudioWriter::callbacks() {
     };
     io.write = [](const void* from, sf_count_t count, void* user) -> sf_count_t {
         auto& stream = *static_cast<Stream*>(user);
-        const auto* bytes = static_cast<const char*>(from);
-        sf_count_t done = 0;
-        while (done < count) {
-            const ssize_t written =
-                ::write(stream.descriptor, bytes + done, static_cast<std::size_t>(count - done));
-            if (written < 0 && errno == EINTR) {
-                continue;
-            }
-            if (written <= 0) {
-                stream.failure = written < 0 ? errno : ENOSPC;
-                break;
-            }
-            done += written;
+        const int failure =
+            writeAll(stream.descriptor, {static_cast<const char*>(from), static_cast<std::size_t>(count)});
+        if (failure != 0) {
+            stream.failure = failure;
         }
-        return done;
+        return failure == 0 ? count : 0;
     };
     return io;
 }

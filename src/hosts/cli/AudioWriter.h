@@ -2,33 +2,17 @@
 #pragma once
 
 #include "hosts/cli/OutputFile.h"
+#include "hosts/cli/OutputFormat.h"
 
 #include <sndfile.h>
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace qor::cli {
-
-enum class OutputFormat : std::uint8_t { float32, pcm24, pcm16, flac };
-
-struct OutputFormatName {
-    const char* name;
-    OutputFormat format;
-};
-/// What `--format` takes. FLAC has 24 bits.
-inline constexpr std::array<OutputFormatName, 4> kOutputFormats{{
-    {"float", OutputFormat::float32},
-    {"pcm24", OutputFormat::pcm24},
-    {"pcm16", OutputFormat::pcm16},
-    {"flac", OutputFormat::flac},
-}};
-std::optional<OutputFormat> outputFormatNamed(std::string_view name);
 
 /// Whether a stereo WAV file of that many frames must be written as RF64, as its sizes go beyond 32 bits.
 bool needsRF64(OutputFormat format, std::int64_t frames);

@@ -1,11 +1,12 @@
 #include "hosts/cli/FileChecks.h"
 
+#include "platform/files/FileDescriptor.h"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 
 namespace qor::cli {
 
@@ -33,12 +34,14 @@ Result<void> requireReadableFile(const std::string& file) {
     if (S_ISDIR(status.st_mode)) {
         return workFailed("cannot read " + quotedName(file) + ": it is a folder. Name a file in it.");
     }
-    const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0) {
+    if (S_ISFIFO(status.st_mode)) {
+        return {};
+    }
+    const FileDescriptor opened(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!opened) {
         return workFailed("cannot read " + quotedName(file) + ": " + std::generic_category().message(errno) +
                           ". Make the file readable for you (chmod u+r).");
     }
-    ::close(descriptor);
     return {};
 }
 

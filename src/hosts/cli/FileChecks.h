@@ -11,7 +11,8 @@ namespace qor::cli {
 /// compared by their paths.
 bool isSameFile(const std::string& one, const std::string& other);
 
-/// Refuses a missing file, a folder, and a file that may not be read.
+/// Refuses a missing file, a folder, and a file that may not be read. A pipe is not opened: its writer would
+/// take that for the reader.
 Result<void> requireReadableFile(const std::string& file);
 
 } // namespace qor::cli

@@ -16,8 +16,8 @@ static_assert(std::atomic<bool>::is_always_lock_free);
 void catchInterrupts() noexcept {
     struct sigaction action {};
     action.sa_handler = [](int) { flag = true; };
-    // A second one ends the process at once.
-    action.sa_flags = static_cast<int>(SA_RESETHAND) | SA_RESTART;
+    // A second one ends the process at once. Waiting for a pipe must end, so calls are not restarted.
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         sigaction(signal, &action, nullptr);
     }

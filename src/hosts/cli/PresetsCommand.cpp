@@ -1,4 +1,4 @@
-// qor-limiter presets: what presets there are, what one holds, and saving one.
+// qor-limiter presets: what presets there are, what one holds, saving and deleting one.
 #include "hosts/cli/Command.h"
 #include "hosts/cli/PresetSettings.h"
 #include "hosts/cli/PresetTexts.h"
@@ -47,6 +47,18 @@ Result<void> saveOne(const PresetsArguments& arguments) {
     return {};
 }
 
+Result<void> deleteOne(const PresetsArguments& arguments) {
+    const auto entry = host::findUserPreset(arguments.name);
+    if (!entry) {
+        return wrongUsage(entry.error().localizedDescription());
+    }
+    if (const auto deleted = host::deletePreset(entry.value()); !deleted) {
+        return workFailed(deleted.error().localizedDescription());
+    }
+    std::cout << entry.value().file.path() << '\n';
+    return {};
+}
+
 CLI::App* addShow(CLI::App& presets, const std::shared_ptr<PresetsArguments>& arguments) {
     CLI::App* show = presets.add_subcommand("show", "Print a preset's values");
     show->add_option("PRESET", arguments->name, "A preset's name, or a file (with a slash or \".plist\")")
@@ -72,10 +84,17 @@ CLI::App* addSave(CLI::App& presets, const std::shared_ptr<PresetsArguments>& ar
     return save;
 }
 
+CLI::App* addDelete(CLI::App& presets, const std::shared_ptr<PresetsArguments>& arguments) {
+    CLI::App* remove = presets.add_subcommand("delete", "Delete a user preset for good and print its file");
+    remove->add_option("NAME", arguments->name, "The preset's name, letter for letter")->required();
+    remove->footer("Example:\n  qor-limiter presets delete \"My Drums\"");
+    return remove;
+}
+
 } // namespace
 
 Command addPresetsCommand(CLI::App& program) {
-    CLI::App* presets = program.add_subcommand("presets", "List, show and save presets");
+    CLI::App* presets = program.add_subcommand("presets", "List, show, save and delete presets");
     const auto arguments = std::make_shared<PresetsArguments>();
     presets->add_flag("--json", arguments->json, "Print JSON: an array with one object per preset");
     presets->footer(
@@ -85,12 +104,16 @@ Command addPresetsCommand(CLI::App& program) {
     presets->require_subcommand(0, 1);
     CLI::App* show = addShow(*presets, arguments);
     CLI::App* save = addSave(*presets, arguments);
-    return {presets, [arguments, show, save]() -> Result<void> {
+    CLI::App* remove = addDelete(*presets, arguments);
+    return {presets, [arguments, show, save, remove]() -> Result<void> {
                 if (show->parsed()) {
                     return showPreset(*arguments);
                 }
                 if (save->parsed()) {
                     return saveOne(*arguments);
+                }
+                if (remove->parsed()) {
+                    return deleteOne(*arguments);
                 }
                 const auto list = host::listPresets();
                 std::cout << (arguments->json ? presetsAsJson(list) : presetsAsTable(list));

@@ -17,7 +17,7 @@ namespace {
 struct RenderArguments {
     RenderRequest request;
     std::vector<std::pair<bool, std::string>> settings; // raw or not, "NAME=VALUE"
-    std::string format = kOutputFormats.front().name;
+    std::string format;
     std::string log;
     std::string preset;
     std::int64_t block = 512;
@@ -74,7 +74,14 @@ Result<void> requireDistinctFiles(const RenderArguments& arguments) {
 }
 
 std::string decibels(double value, const char* unit) {
-    return (std::isinf(value) ? "-inf" : fixedText(value, unit[0] == 'L' ? 1 : 2)) + " " + unit;
+    if (std::isinf(value)) {
+        return std::string("-inf ") + unit;
+    }
+    std::string number = fixedText(value, unit[0] == 'L' ? 1 : 2);
+    if (number.find_first_not_of("-0.") == std::string::npos) {
+        number.erase(0, number.find_first_not_of('-')); // no "-0.00"
+    }
+    return number + " " + unit;
 }
 
 void print(const RenderSummary& summary, const std::string& output) {
@@ -98,12 +105,11 @@ Result<void> runRender(const RenderArguments& arguments) {
         return settings.error();
     }
     request.settings = std::move(settings).value();
-    const std::optional<OutputFormat> format = outputFormatNamed(arguments.format);
+    const Result<OutputFormat> format = chooseOutputFormat(request.output, arguments.format);
     if (!format) {
-        return wrongUsage("--format: " + shown(arguments.format) +
-                          " is no format. Give float, pcm24, pcm16 or flac.");
+        return format.error();
     }
-    request.format = *format;
+    request.format = format.value();
     if (arguments.block < 1 || arguments.block > std::int64_t{kLargestBlock}) {
         return wrongUsage("--block: " + text(arguments.block) + " is outside the range. Give 1 to " +
                           text(kLargestBlock) + " frames.");
@@ -176,8 +182,10 @@ Command addRenderCommand(CLI::App& program) {
         ->capture_default_str()
         ->type_name("N");
     render
-        ->add_option("--format", arguments->format, "float (32-bit WAV), pcm24 or pcm16 (WAV), flac (24-bit)")
-        ->capture_default_str()
+        ->add_option(
+            "--format", arguments->format,
+            "float (32-bit WAV), pcm24 or pcm16 (WAV), flac (24-bit). Without it: flac for an OUT that "
+            "ends in .flac, otherwise float")
         ->type_name("FORMAT");
     render->add_flag("--plain-pull", arguments->plainPull,
                      "Deliver the dry input each time the unit asks for input, also for its final limiter");

@@ -34,6 +34,8 @@ public:
     virtual Result<void> load(const PresetEntry& preset) = 0;
     /// Keeps the values as they stand as a user preset.
     virtual Result<void> save(const std::string& name) = 0;
+    /// Deletes a preset of the user's own for good.
+    virtual Result<void> remove(const PresetEntry& preset) { return deletePreset(preset); }
 };
 
 /// The model of an editor in the same process as a unit host.

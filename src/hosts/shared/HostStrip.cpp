@@ -58,6 +58,7 @@ Result<void> HostStrip::load(const LayoutResource& layout) {
         return made.error();
     }
     view_ = made.value();
+    noPresetTitle_ = presetButton_->title();
     return {};
 }
 
@@ -136,24 +137,38 @@ void HostStrip::choosePreset() {
         }
         names.push_back(preset.isFactory ? preset.name : preset.name + "  (own)");
     }
+    const bool mayDelete =
+        current < presets.size() && presets[current].name == presetName_ && !presets[current].isFactory;
+    if (mayDelete) {
+        names.push_back("Delete \"" + presetName_ + "\"...");
+    }
     names.emplace_back("Save as...");
-    presenter_.presentViewController(makeRef<ChoiceMenu>(names, current,
-                                                         [this, presets](std::size_t chosen) {
-                                                             if (chosen >= presets.size()) {
-                                                                 askForPresetName();
-                                                                 return;
-                                                             }
-                                                             const PresetEntry& preset = presets[chosen];
-                                                             if (const auto done = model_.load(preset);
-                                                                 !done) {
-                                                                 fail("Preset", done.error());
-                                                                 return;
-                                                             }
-                                                             presetName_ = preset.name;
-                                                             presetButton_->setTitle(presetName_);
-                                                             tell("Preset  " + presetName_);
-                                                         }),
-                                     true);
+    presenter_.presentViewController(
+        makeRef<ChoiceMenu>(names, current,
+                            [this, presets, current, mayDelete](std::size_t chosen) {
+                                if (chosen < presets.size()) {
+                                    takePreset(presets[chosen]);
+                                } else if (mayDelete && chosen == presets.size()) {
+                                    askToDeletePreset(presets[current]);
+                                } else {
+                                    askForPresetName();
+                                }
+                            }),
+        true);
+}
+
+void HostStrip::takePreset(const PresetEntry& preset) {
+    if (const auto done = model_.load(preset); !done) {
+        fail("Preset", done.error());
+        return;
+    }
+    namePreset(preset.name);
+    tell("Preset  " + preset.name);
+}
+
+void HostStrip::namePreset(const std::string& name) {
+    presetName_ = name;
+    presetButton_->setTitle(name.empty() ? noPresetTitle_ : name);
 }
 
 void HostStrip::askForPresetName() {
@@ -175,9 +190,24 @@ void HostStrip::askForPresetName() {
                 fail("Preset", done.error());
                 return;
             }
-            presetName_ = name;
-            presetButton_->setTitle(presetName_);
-            tell("Saved  " + presetName_);
+            namePreset(name);
+            tell("Saved  " + name);
+        }));
+    dialog->addAction(makeRef<UIAlertAction>("Cancel", UIAlertActionStyle::cancel));
+    presenter_.presentViewController(dialog, true);
+}
+
+void HostStrip::askToDeletePreset(const PresetEntry& preset) {
+    const auto dialog = makeRef<UIAlertController>(
+        "Delete preset", "Delete \"" + preset.name + "\" for good?", UIAlertControllerStyle::alert);
+    dialog->addAction(
+        makeRef<UIAlertAction>("Delete", UIAlertActionStyle::default_, [this, preset](UIAlertAction&) {
+            if (const auto done = model_.remove(preset); !done) {
+                fail("Preset", done.error());
+                return;
+            }
+            namePreset("");
+            tell("Deleted  " + preset.name);
         }));
     dialog->addAction(makeRef<UIAlertAction>("Cancel", UIAlertActionStyle::cancel));
     presenter_.presentViewController(dialog, true);

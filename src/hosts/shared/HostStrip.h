@@ -39,7 +39,11 @@ private:
     LayoutBindings bindings();
     void chooseMode();
     void choosePreset();
+    void takePreset(const PresetEntry& preset);
     void askForPresetName();
+    void askToDeletePreset(const PresetEntry& preset);
+    /// The name on the button; empty for none.
+    void namePreset(const std::string& name);
     void fail(const std::string& caption, const NSError& error);
     void slid(UISlider& slider, AUParameterAddress address);
 
@@ -55,6 +59,7 @@ private:
     Ref<UIButton> lowPassValue_;
     Ref<UILabel> info_;
     std::string presetName_;
+    std::string noPresetTitle_; // of the button, as the layout has it
     ValueEntry entry_;
 };
 

@@ -181,24 +181,43 @@ Result<PresetEntry> savePreset(const std::string& name, const ParameterValues& v
     if (!bytes) {
         return bytes.error();
     }
-    if (auto made = FileManager::defaultManager().createDirectoryAtURL(*directory, true); !made) {
-        return made.error();
-    }
     PresetEntry entry{name, false, directory->appendingPathComponent(name + kExtension)};
-    if (auto written = writeAtomically(bytes.value(), entry.file); !written) {
-        return written.error();
+    Result<void> done = FileManager::defaultManager().createDirectoryAtURL(*directory, true);
+    if (done) {
+        done = writeAtomically(bytes.value(), entry.file);
+    }
+    if (!done) {
+        return storeError(done.error().localizedDescription() +
+                          ". Check that you may write there and that the disk has room.");
     }
     return entry;
 }
 
+Result<PresetEntry> findUserPreset(std::string_view name) {
+    const auto called = [name](const PresetEntry& entry) { return entry.name == name; };
+    const std::vector<PresetEntry> own = userPresets();
+    if (const auto found = std::find_if(own.begin(), own.end(), called); found != own.end()) {
+        return *found;
+    }
+    const std::vector<PresetEntry> factory = factoryPresets();
+    if (std::any_of(factory.begin(), factory.end(), called)) {
+        return storeError("'" + std::string(name) + "' is a factory preset and stays.");
+    }
+    return storeError("You have no preset '" + std::string(name) +
+                      "' of your own. 'qor-limiter presets' lists them; large and small letters count.");
+}
+
 Result<void> deletePreset(const PresetEntry& entry) {
-    if (entry.isFactory) {
-        return storeError("'" + entry.name + "' is a factory preset and stays.");
+    const fs::path file = entry.file.path();
+    const auto directory = userPresetDirectory();
+    if (entry.isFactory || !directory || file.parent_path() != directory->path()) {
+        return storeError("'" + entry.name + "' is no preset of your own and stays.");
     }
     std::error_code code;
-    if (!fs::remove(entry.file.path(), code)) {
-        return storeError("The preset file '" + entry.file.path() + "' can't be deleted" +
-                          (code ? ": " + code.message() : ": it does not exist") + ".");
+    if (!fs::remove(file, code)) {
+        return storeError(
+            "The preset file '" + file.string() + "' can't be deleted: " +
+            (code ? code.message() + ". Check that you may write there." : "it does not exist any more."));
     }
     return {};
 }

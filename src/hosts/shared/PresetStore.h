@@ -38,7 +38,10 @@ Result<void> loadPreset(UnitHost& host, const PresetEntry& entry);
 /// Writes a user preset atomically, over one of the same name. A name may be any line of text that a file
 /// name can hold, up to 100 bytes.
 Result<PresetEntry> savePreset(const std::string& name, const ParameterValues& values);
-/// Deletes a user preset; refuses a factory preset.
+
+/// The user's own preset of exactly that name. An error says what the name means instead.
+Result<PresetEntry> findUserPreset(std::string_view name);
+/// Deletes a preset of the user's own; refuses any other file.
 Result<void> deletePreset(const PresetEntry& entry);
 
 } // namespace qor::host

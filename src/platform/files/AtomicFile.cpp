@@ -159,17 +159,8 @@ NSError AtomicFile::failure(int code) const {
 }
 
 Result<void> AtomicFile::write(std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(file_.get(), bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count <= 0) {
-            return failure(count < 0 ? errno : ENOSPC);
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return {};
+    const int code = writeAll(file_.get(), bytes);
+    return code == 0 ? Result<void>() : failure(code);
 }
 
 Result<void> AtomicFile::sync() {

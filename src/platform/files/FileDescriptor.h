@@ -1,6 +1,9 @@
 // An open file that closes itself.
 #pragma once
 
+#include <cerrno>
+#include <cstddef>
+#include <string_view>
 #include <unistd.h>
 #include <utility>
 
@@ -26,5 +29,20 @@ public:
 private:
     int descriptor_;
 };
+
+/// Writes all bytes, also where the system takes them piece by piece. Returns 0 or the error.
+inline int writeAll(int file, std::string_view bytes) noexcept {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(file, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            return count < 0 ? errno : ENOSPC;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return 0;
+}
 
 } // namespace platform

@@ -124,9 +124,3 @@ TEST(AudioWriter, WritesAReadableFileWithSizesOf64Bits) {
     ASSERT_TRUE(writer.value()->commit());
     EXPECT_THAT(test::readSound(folder.path("a.wav")).samples, ElementsAre(0.5F, 0.5F, 0.25F, 0.25F));
 }
-
-TEST(AudioWriter, FormatNamesAreKnownAndOthersAreNot) {
-    EXPECT_EQ(outputFormatNamed("pcm16"), OutputFormat::pcm16);
-    EXPECT_EQ(outputFormatNamed("float"), OutputFormat::float32);
-    EXPECT_EQ(outputFormatNamed("mp3"), std::nullopt);
-}

@@ -7,6 +7,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <sys/stat.h>
+
 using test::Outcome;
 using test::runProgram;
 using testing::HasSubstr;
@@ -28,6 +31,7 @@ TEST_F(PresetCommands, EveryHelpTextHasAnExample) {
          std::vector<std::vector<std::string>>{{"presets", "--help"},
                                                {"presets", "show", "--help"},
                                                {"presets", "save", "--help"},
+                                               {"presets", "delete", "--help"},
                                                {"state", "--help"},
                                                {"state", "save", "--help"},
                                                {"state", "check", "--help"}}) {
@@ -39,8 +43,8 @@ TEST_F(PresetCommands, EveryHelpTextHasAnExample) {
 
 TEST_F(PresetCommands, TheManPageNamesTheirOptions) {
     const std::string page = test::contentOf(QOR_MAN_PAGE);
-    for (const char* option :
-         {"\\-\\-preset", "\\-\\-from", "presets show", "presets save", "state save", "state check"}) {
+    for (const char* option : {"\\-\\-preset", "\\-\\-from", "presets show", "presets save", "presets delete",
+                               "state save", "state check"}) {
         EXPECT_THAT(page, HasSubstr(option));
     }
 }
@@ -60,6 +64,23 @@ TEST_F(PresetCommands, SavedPresetsAreListedAndShown) {
     EXPECT_THAT(shown.output, HasSubstr("\nmode           1.0          Linked\n"));
     EXPECT_THAT(runProgram({"presets", "show", "my \"drums\"", "--json"}).output,
                 HasSubstr("    \"kLimiterThreshold\": 0.25,\n"));
+}
+
+TEST_F(PresetCommands, DeletesAPresetOfOnesOwnByItsExactNameAndNothingElse) {
+    ASSERT_EQ(runProgram({"presets", "save", "My Drums"}).status, 0);
+    const std::string file = data_.file("qor-limiter/presets/My Drums.plist");
+    for (const std::string& other : {std::string("my drums"), file, std::string("Nothing")}) {
+        const Outcome refused = runProgram({"presets", "delete", other});
+        EXPECT_EQ(refused.status, 2);
+        EXPECT_EQ(refused.output, "");
+        EXPECT_EQ(refused.errors, "qor-limiter: You have no preset '" + other +
+                                      "' of your own. 'qor-limiter presets' lists them; large and small "
+                                      "letters count.\n");
+    }
+    const Outcome deleted = runProgram({"presets", "delete", "My Drums"});
+    EXPECT_EQ(deleted.status, 0) << deleted.errors;
+    EXPECT_EQ(deleted.output, file + "\n");
+    EXPECT_EQ(runProgram({"presets"}).output, "KIND     NAME\n");
 }
 
 TEST_F(PresetCommands, WithoutPresetsTheListIsEmpty) {
@@ -120,6 +141,19 @@ TEST_F(PresetCommands, AStateFileIsSoundAndHoldsWhatWasSet) {
     ASSERT_TRUE(state);
     EXPECT_EQ(state.value().values.at(qor::kLimiterKnee), 0.75F);
     EXPECT_EQ(state.value().values.at(qor::kLimiterBypass), 1.0F);
+}
+
+TEST_F(PresetCommands, AStateIsOnlyWrittenIntoAPlainFile) {
+    const std::string pipe = data_.file("pipe");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const Outcome refused = runProgram({"state", "save", pipe});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.errors,
+              "qor-limiter: cannot write '" + pipe + "': it is not a plain file. Name a plain file.\n");
+    EXPECT_TRUE(std::filesystem::is_fifo(pipe));
+    EXPECT_EQ(runProgram({"state", "save", data_.file("none/s.plist")}).errors,
+              "qor-limiter: cannot write '" + data_.file("none/s.plist") +
+                  "': No such file or directory. Create the folder first.\n");
 }
 
 TEST_F(PresetCommands, CheckSaysWhatIsWrongWithTheKeyPath) {

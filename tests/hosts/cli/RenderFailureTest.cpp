@@ -3,9 +3,12 @@
 
 #include <gmock/gmock.h>
 
+#include <csignal>
 #include <linux/capability.h>
+#include <poll.h>
 #include <pty.h>
 #include <sys/prctl.h>
+#include <sys/stat.h>
 
 using test::burstyNoise;
 using test::Outcome;
@@ -150,14 +153,58 @@ TEST_F(RenderFailure, TwoOutputsIntoOneFileOrOverTheAutomation) {
 
 TEST_F(RenderFailure, NoRoomForTheOutputInEachFormat) {
     input(burstyNoise(100000));
-    for (const char* format : {"float", "pcm16", "pcm24", "flac"}) {
-        expectRefusal(
-            {"--format", format}, 1,
-            "cannot write '" + path("out.wav") +
-                "': File too large. The file is larger than the system allows here; choose a smaller "
-                "format or raise the limit.",
-            [] { limitFileSize(100000); });
+    for (const auto& [format, name] :
+         {std::pair{"float", "a.wav"}, {"pcm16", "b.wav"}, {"pcm24", "c.wav"}, {"flac", "d.flac"}}) {
+        const Outcome outcome = attempt(name, {"--format", format}, [] { limitFileSize(100000); });
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_EQ(outcome.errors,
+                  "qor-limiter: cannot write '" + path(name) +
+                      "': File too large. The file is larger than the system allows here; choose a smaller "
+                      "format or raise the limit.\n");
     }
+    EXPECT_THAT(folder.names(), ElementsAre("in.wav"));
+}
+
+TEST_F(RenderFailure, NoRoomForTheLastBytesLeavesNoMetersAndNoReportEither) {
+    input(burstyNoise(100000));
+    ASSERT_EQ(attempt("out.flac").status, 0);
+    const rlim_t length = fs::file_size(path("out.flac"));
+    ASSERT_GT(length, 200000U) << "longer than what is written beside it";
+    fs::remove(path("out.flac"));
+    const Outcome outcome =
+        attempt("out.flac", {"--meters", path("m.csv"), "--report", path("r.png"), "--block", "4096"},
+                [length] { limitFileSize(length - 1); });
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("cannot write '" + path("out.flac") + "': File too large"));
+    EXPECT_THAT(folder.names(), ElementsAre("in.wav"));
+}
+
+TEST_F(RenderFailure, AnEndingThatIsNotWhatIsWritten) {
+    input(burstyNoise(100));
+    const Outcome outcome = attempt("out.mp3");
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.errors, "qor-limiter: --output: '" + path("out.mp3") +
+                                  "' ends in .mp3, which can't be written. Name it .wav or .flac.\n");
+    EXPECT_THAT(folder.names(), ElementsAre("in.wav"));
+}
+
+TEST_F(RenderFailure, AnInterruptWhileAPipeIsSilentEndsTheWork) {
+    ASSERT_EQ(::mkfifo(path("in.wav").c_str(), 0600), 0);
+    const auto interruptOnceThePipeIsOpen = [this] {
+        const pid_t program = ::getpid();
+        if (::fork() == 0) {
+            const int pipe = ::open(path("in.wav").c_str(), O_WRONLY); // waits for the program
+            ::kill(program, SIGINT);
+            static_cast<void>(!::write(pipe, "R", 1)); // in case it doesn't wait for bytes yet
+            pollfd reader{pipe, 0, 0};
+            ::poll(&reader, 1, -1); // until the program is gone
+            ::_exit(0);
+        }
+    };
+    const Outcome outcome = attempt("out.wav", {}, interruptOnceThePipeIsOpen);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors, "qor-limiter: stopped; '" + path("in.wav") + "' was not read to its end.\n");
+    EXPECT_THAT(folder.names(), ElementsAre("in.wav"));
 }
 
 TEST_F(RenderFailure, NoRoomForTheMetersLeavesNoOutputEither) {

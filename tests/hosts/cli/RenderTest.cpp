@@ -104,6 +104,14 @@ TEST_F(Render, MonoComesOutOnBothSides) {
     EXPECT_EQ(bytes("mono.wav"), bytes("stereo.wav"));
 }
 
+TEST_F(Render, ANameThatEndsInFlacAsksForFlac) {
+    input(burstyNoise(5000));
+    render("out.flac");
+    int format = 0;
+    test::readSound(path("out.flac"), &format);
+    EXPECT_EQ(format, SF_FORMAT_FLAC | SF_FORMAT_PCM_24);
+}
+
 TEST_F(Render, EachFormatHoldsTheFloatResultWithinHalfAStep) {
     input(burstyNoise(5000));
     render("float.wav", {"--set", "threshold=0.4"});
@@ -135,6 +143,26 @@ TEST_F(Render, ReadsWhatTheLibraryReads) {
         render("out.wav");
         EXPECT_EQ(test::readSound(path("out.wav")).frames(), 4000U);
     }
+}
+
+TEST_F(Render, APipeGivesTheSameBytesAsTheFileInEveryFormat) {
+    for (const int format : {SF_FORMAT_WAV | SF_FORMAT_FLOAT, SF_FORMAT_FLAC | SF_FORMAT_PCM_16,
+                             SF_FORMAT_OGG | SF_FORMAT_VORBIS}) {
+        input(burstyNoise(20000), format);
+        render("file.wav");
+        renderPiped(bytes("in.wav"), "pipe.wav");
+        EXPECT_TRUE(bytes("pipe.wav") == bytes("file.wav")) << std::hex << format;
+    }
+}
+
+TEST_F(Render, AStreamOfUnknownLengthMakesAnOrdinaryFile) {
+    input(burstyNoise(20000));
+    render("file.wav");
+    std::string streamed = bytes("in.wav");
+    streamed.replace(4, 4, 4, '\xFF'); // what a program that writes into a pipe has to leave open
+    streamed.replace(streamed.find("data") + 4, 4, 4, '\xFF');
+    renderPiped(streamed, "pipe.wav");
+    EXPECT_TRUE(bytes("pipe.wav") == bytes("file.wav"));
 }
 
 TEST_F(Render, PrintsLengthPeaksAndLoudness) {

@@ -264,14 +264,47 @@ TEST_F(Hosted, PresetsAreChosenAndSavedFromTheStrip) {
     set(kLimiterThreshold, 0.5F);
     turn();
     click("preset");
-    ASSERT_EQ(choices().items.size(), factory + 2);
+    ASSERT_EQ(choices().items.size(), factory + 3);
     EXPECT_EQ(choices().items[factory], "Mine  (own)");
+    EXPECT_EQ(choices().items[factory + 1], "Delete \"Mine\"...");
     headless->key(UIKey::enter); // the current one is marked
     turn();
     EXPECT_EQ(units->parameter(kLimiterThreshold), 0.125F);
     turn();
     EXPECT_EQ(base().valueThreshold, 0.125);
     EXPECT_EQ(dynamic_cast<UIButton&>(find("preset")).title(), "Mine");
+}
+
+TEST_F(Hosted, APresetOfOnesOwnIsDeletedFromTheStripAfterAQuestion) {
+    open();
+    const std::string title = dynamic_cast<UIButton&>(find("preset")).title();
+    click("preset");
+    const std::size_t before =
+        choices().items.size(); // without a chosen own preset there is nothing to delete
+    headless->key(UIKey::end);
+    headless->key(UIKey::enter);
+    headless->type("Mine");
+    headless->key(UIKey::enter);
+    const auto askToDelete = [&] {
+        click("preset");
+        headless->key(UIKey::end);
+        headless->key(UIKey::up);
+        headless->key(UIKey::enter);
+        auto* dialog = dynamic_cast<UIAlertController*>(controller().presentedViewController().get());
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_EQ(dialog->title(), "Delete preset");
+        EXPECT_EQ(dialog->message(), "Delete \"Mine\" for good?");
+    };
+    askToDelete();
+    headless->key(UIKey::escape);
+    EXPECT_TRUE(host::findUserPreset("Mine").ok());
+    askToDelete();
+    headless->key(UIKey::enter);
+    EXPECT_FALSE(host::findUserPreset("Mine").ok());
+    EXPECT_EQ(info(), "Deleted  Mine");
+    EXPECT_EQ(dynamic_cast<UIButton&>(find("preset")).title(), title);
+    click("preset");
+    EXPECT_EQ(choices().items.size(), before);
 }
 
 TEST_F(Hosted, APresetThatCannotBeSavedSaysWhy) {

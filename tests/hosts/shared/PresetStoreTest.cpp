@@ -142,10 +142,44 @@ TEST_F(PresetStore, DeletesUserPresetsOnly) {
     addFactory("Warm.plist");
     ASSERT_TRUE(savePreset("mine", defaultParameterValues()));
     EXPECT_FALSE(deletePreset(findPreset("Warm").value()));
-    const PresetEntry mine = findPreset("mine").value();
+    const PresetEntry mine = findUserPreset("mine").value();
     EXPECT_TRUE(deletePreset(mine));
-    EXPECT_FALSE(deletePreset(mine));
+    const auto again = deletePreset(mine);
+    ASSERT_FALSE(again);
+    EXPECT_EQ(again.error().localizedDescription(),
+              "The preset file '" + mine.file.path() + "' can't be deleted: it does not exist any more.");
     EXPECT_EQ(namesOf(listPresets()), "Warm F;");
+}
+
+TEST_F(PresetStore, AFileOutsideTheUsersDirectoryIsNeverDeleted) {
+    addFactory("Warm.plist");
+    const std::string factory = resources_.file("QOR Limiter Folder/Library/Factory Presets/Warm.plist");
+    const auto refused = deletePreset(findPreset(factory).value());
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().localizedDescription(), "'Warm' is no preset of your own and stays.");
+    EXPECT_TRUE(std::filesystem::exists(factory));
+}
+
+TEST_F(PresetStore, OnlyAnOwnPresetOfExactlyTheNameIsFoundAsOnesOwn) {
+    addFactory("Warm.plist");
+    ASSERT_TRUE(savePreset("mine", defaultParameterValues()));
+    ASSERT_TRUE(savePreset("Warmer", defaultParameterValues()));
+    EXPECT_EQ(findUserPreset("mine").value().name, "mine");
+    EXPECT_EQ(findUserPreset("Warm").error().localizedDescription(), "'Warm' is a factory preset and stays.");
+    EXPECT_EQ(findUserPreset("Mine").error().localizedDescription(),
+              "You have no preset 'Mine' of your own. 'qor-limiter presets' lists them; large and small "
+              "letters count.");
+    ASSERT_TRUE(savePreset("Warm", defaultParameterValues()));
+    EXPECT_FALSE(findUserPreset("Warm").value().isFactory) << "an own one of a factory preset's name";
+}
+
+TEST_F(PresetStore, AFailedSaveNamesTheFileAndTheRemedy) {
+    test::writeFile(data_.file("qor-limiter"), "a file in the folder's place");
+    const auto saved = savePreset("mine", defaultParameterValues());
+    ASSERT_FALSE(saved);
+    EXPECT_EQ(saved.error().localizedDescription(),
+              "The directory can't be made: '" + data_.file("qor-limiter/presets") +
+                  "': Not a directory. Check that you may write there and that the disk has room.");
 }
 
 TEST_F(PresetStore, AWriterKilledInTheMiddleLeavesTheOldOrTheNewPreset) {
