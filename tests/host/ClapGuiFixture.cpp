@@ -80,12 +80,18 @@ void ClapGuiTest::dragTrim(int pixels, int x) {
     button(false);
 }
 
-bool ClapGuiTest::isDrawn(Window editor) {
+std::pair<int, int> ClapGuiTest::sizeOf(Window window) {
+    XWindowAttributes attributes{};
+    EXPECT_NE(XGetWindowAttributes(display, window, &attributes), 0);
+    return {attributes.width, attributes.height};
+}
+
+bool ClapGuiTest::isDrawn(Window editor, int x) {
     XWindowAttributes attributes{};
     if (XGetWindowAttributes(display, editor, &attributes) == 0 || attributes.map_state != IsViewable) {
         return false;
     }
-    const std::string picture = knobPicture(editor);
+    const std::string picture = knobPicture(editor, x);
     const std::string_view pixel = std::string_view(picture).substr(0, sizeof(std::uint32_t));
     for (std::size_t at = 0; at < picture.size(); at += pixel.size()) {
         if (std::string_view(picture).substr(at, pixel.size()) != pixel) {
@@ -95,9 +101,9 @@ bool ClapGuiTest::isDrawn(Window editor) {
     return false;
 }
 
-std::string ClapGuiTest::knobPicture(Window editor) {
+std::string ClapGuiTest::knobPicture(Window editor, int x) {
     constexpr int kSide = 70;
-    XImage* image = XGetImage(display, editor, 48, 165, kSide, kSide, AllPlanes, ZPixmap);
+    XImage* image = XGetImage(display, editor, x + 48, 165, kSide, kSide, AllPlanes, ZPixmap);
     if (image == nullptr) {
         ADD_FAILURE() << "no picture of the window";
         return {};

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 // Behind the others, as they define common words.
@@ -32,10 +33,12 @@ protected:
     void button(bool down);
     /// Drags the knob "gain" of an editor at the screen's upper left corner by so many pixels upwards.
     void dragTrim(int pixels, int x = 0);
-    /// It is on the screen, and not in one colour.
-    bool isDrawn(Window editor);
-    /// The picture of the knob "gain" as the window shows it.
-    std::string knobPicture(Window editor);
+    /// Pixels.
+    std::pair<int, int> sizeOf(Window window);
+    /// It is on the screen, and the place of the knob "gain" is not in one colour.
+    bool isDrawn(Window editor, int x = 0);
+    /// The picture of the knob "gain" as the window shows it, or of the place so many pixels beside it.
+    std::string knobPicture(Window editor, int x = 0);
 
     CapturedLog log;
     Display* display;

@@ -1,6 +1,10 @@
 // What a host is told of the editor, and what it refuses.
 #include "ClapGuiFixture.h"
 
+#include <utility>
+
+#include <X11/Xatom.h>
+
 using namespace test;
 
 namespace {
@@ -47,6 +51,76 @@ TEST_F(ClapGui, TellsItsSizeBeforeItHasAParentAndKeepsItsAspect) {
     EXPECT_EQ(width, 512U);
     EXPECT_EQ(height, single);
     gui->destroy(plugin());
+}
+
+TEST_F(ClapGui, HasTheDesktopsScaleBeforeItsWindowIsThere) {
+    const std::string resources = "Xft.dpi:\t192\n";
+    const Window root = DefaultRootWindow(display);
+    XChangeProperty(display, root, XA_RESOURCE_MANAGER, XA_STRING, 8, PropModeReplace,
+                    reinterpret_cast<const unsigned char*>(resources.data()),
+                    static_cast<int>(resources.size()));
+    XSync(display, False);
+    ASSERT_TRUE(gui->create(plugin(), CLAP_WINDOW_API_X11, false));
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    ASSERT_TRUE(gui->get_size(plugin(), &width, &height));
+    EXPECT_EQ(width, 1024U);
+    EXPECT_EQ(height, 784U);
+    width = height = 100;
+    EXPECT_TRUE(gui->adjust_size(plugin(), &width, &height));
+    EXPECT_EQ(width, 512U) << "the least size is one in points";
+    const Window parent = makeParent();
+    clap_window_t window{};
+    window.api = CLAP_WINDOW_API_X11;
+    window.x11 = parent;
+    ASSERT_TRUE(gui->set_parent(plugin(), &window));
+    ASSERT_TRUE(gui->show(plugin()));
+    turn(10);
+    XDeleteProperty(display, root, XA_RESOURCE_MANAGER);
+    EXPECT_EQ(sizeOf(children(parent).front()), (std::pair{1024, 784}));
+    gui->destroy(plugin());
+    XDestroyWindow(display, parent);
+}
+
+TEST_F(ClapGui, TakesASizeThatItsHostForcesBeforeItHasAParent) {
+    ASSERT_TRUE(gui->create(plugin(), CLAP_WINDOW_API_X11, false));
+    ASSERT_TRUE(gui->set_size(plugin(), 800, 392));
+    const Window parent = makeParent();
+    clap_window_t window{};
+    window.api = CLAP_WINDOW_API_X11;
+    window.x11 = parent;
+    ASSERT_TRUE(gui->set_parent(plugin(), &window));
+    ASSERT_TRUE(gui->show(plugin()));
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    ASSERT_TRUE(gui->get_size(plugin(), &width, &height));
+    EXPECT_EQ(width, 800U);
+    EXPECT_EQ(height, 392U);
+    EXPECT_TRUE(turnUntil([&] { return sizeOf(children(parent).front()) == std::pair{800, 392}; }));
+    turn(20);
+    // The panel keeps its proportions, 512 by 392 in the middle: 144 of bar, and the knob as far to the
+    // right.
+    const Window shown = children(parent).front();
+    EXPECT_FALSE(isDrawn(shown));
+    EXPECT_TRUE(isDrawn(shown, 144));
+    gui->destroy(plugin());
+    XDestroyWindow(display, parent);
+}
+
+TEST_F(ClapGui, AnotherScaleWhileOpenAsksTheHostForTheSizeThatGoesWithIt) {
+    const Window parent = makeParent();
+    ASSERT_TRUE(editor.openIn(parent));
+    turn(10);
+    ASSERT_TRUE(gui->set_scale(plugin(), 2.0));
+    EXPECT_EQ(editor.host.resizes, (std::vector<std::pair<std::uint32_t, std::uint32_t>>{{1024, 784}}));
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    ASSERT_TRUE(gui->get_size(plugin(), &width, &height));
+    EXPECT_EQ(width, 1024U);
+    EXPECT_EQ(height, 784U);
+    EXPECT_TRUE(turnUntil([&] { return sizeOf(children(parent).front()) == std::pair{1024, 784}; }));
+    gui->destroy(plugin());
+    XDestroyWindow(display, parent);
 }
 
 TEST_F(ClapGui, OpensAgainAndAgainWithOneConnectionToTheUnit) {

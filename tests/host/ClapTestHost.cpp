@@ -54,8 +54,9 @@ bool removeDescriptor(const clap_host_t* host, int descriptor) {
 constexpr qor::clap::HostDescriptors kDescriptors{addDescriptor, changeDescriptor, removeDescriptor};
 
 void hintsChanged(const clap_host_t* /*host*/) {}
-bool requestResize(const clap_host_t* /*host*/, std::uint32_t /*width*/, std::uint32_t /*height*/) {
-    return false;
+bool requestResize(const clap_host_t* host, std::uint32_t width, std::uint32_t height) {
+    hostOf(host).resizes.emplace_back(width, height);
+    return true;
 }
 bool requestVisibility(const clap_host_t* /*host*/) {
     return false;

@@ -11,6 +11,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace test {
@@ -34,9 +35,10 @@ struct ClapTestHost {
 
     int rescans = 0;
     clap_param_rescan_flags rescanned = 0;
-    std::map<clap_id, std::uint32_t> timers;  // periods in ms by id
-    std::map<int, std::uint32_t> descriptors; // flags by descriptor
-    std::vector<bool> closed;                 // whether the editor was destroyed, each time that it closed
+    std::map<clap_id, std::uint32_t> timers;                      // periods in ms by id
+    std::map<int, std::uint32_t> descriptors;                     // flags by descriptor
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> resizes; // asked for
+    std::vector<bool> closed; // whether the editor was destroyed, each time that it closed
     std::atomic<int> callbacksAsked{0};
     std::vector<std::string> logged; // under `logMutex` while another thread may log
     std::mutex logMutex;

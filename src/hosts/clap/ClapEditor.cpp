@@ -1,19 +1,19 @@
 #include "hosts/clap/ClapEditor.h"
 
+#include "hosts/shared/EditorSizes.h"
+
 #include <algorithm>
-#include <cmath>
 #include <cstring>
+#include <utility>
 
 namespace qor::clap {
 
 namespace {
 
 constexpr CGSize kPreferred = host::EditorHost::kPreferredSize;
-constexpr double kLeast = 0.5; // of the preferred size
-constexpr double kMost = 4.0;
 
-std::uint32_t pixels(double points, double scale) {
-    return static_cast<std::uint32_t>(std::lround(points * scale));
+std::uint32_t wholePixels(double length) {
+    return static_cast<std::uint32_t>(length);
 }
 
 } // namespace
@@ -49,10 +49,11 @@ bool ClapEditor::create(bool isFloating) {
     }
     options_ = {};
     options_.title = "QOR Limiter";
-    options_.size = kPreferred;
-    options_.minimumSize = {.width = kPreferred.width * kLeast, .height = kPreferred.height * kLeast};
-    options_.scale = scale_;
+    options_.size = kPreferred; // whose aspect is kept
+    options_.minimumSize = host::kLeastEditorSize;
     options_.keyboardOnDemand = isFloating; // otherwise the host's space bar would end in this window
+    scale_ = hostScale_ ? *hostScale_ : platform::desktopScale();
+    pixels_ = host::editorPixels(scale_, scale_);
     floating_ = isFloating;
     created_ = true;
     return true;
@@ -67,42 +68,41 @@ bool ClapEditor::setScale(double scale) {
     if (!(scale >= 0.25 && scale <= 8.0)) {
         return false;
     }
-    scale_ = scale;
-    options_.scale = scale;
+    hostScale_ = scale;
+    pixels_ = host::scaledSize(size(), scale / std::exchange(scale_, scale));
     if (window_ != nullptr) {
-        const host::EditorHost::Turn turn(*editor_);
-        window_->native().setScale(scale);
+        {
+            const host::EditorHost::Turn turn(*editor_);
+            window_->native().setScale(scale);
+            resizeWindow();
+        }
+        if (!floating_) {
+            host_.requestResize(wholePixels(pixels_.width), wholePixels(pixels_.height));
+        }
     }
     return true;
 }
 
-void ClapEditor::size(std::uint32_t& width, std::uint32_t& height) const {
-    if (window_ != nullptr) {
-        const CGSize size = window_->native().pixelSize();
-        width = pixels(size.width, 1.0);
-        height = pixels(size.height, 1.0);
-        return;
-    }
-    const double scale = scale_ > 0.0 ? scale_ : 1.0;
-    width = pixels(options_.size.width, scale);
-    height = pixels(options_.size.height, scale);
+CGSize ClapEditor::size() const {
+    // A floating window is its user's to resize.
+    return window_ != nullptr && floating_ ? window_->native().pixelSize() : pixels_;
 }
 
-void ClapEditor::adjust(std::uint32_t& width, std::uint32_t& height) {
-    const double wanted = std::min(width / kPreferred.width, height / kPreferred.height);
-    const double factor = std::clamp(wanted, kLeast, kMost);
-    width = pixels(kPreferred.width, factor);
-    height = pixels(kPreferred.height, factor);
+CGSize ClapEditor::adjusted(const CGSize& pixels) const {
+    return host::editorPixels(std::min(pixels.width / kPreferred.width, pixels.height / kPreferred.height),
+                              scale_);
 }
 
-bool ClapEditor::setSize(std::uint32_t width, std::uint32_t height) {
-    const double scale = window_ != nullptr ? window_->native().scale() : (scale_ > 0.0 ? scale_ : 1.0);
-    options_.size = {.width = width / scale, .height = height / scale};
+void ClapEditor::setSize(const CGSize& pixels) {
+    pixels_ = pixels;
     if (window_ != nullptr) {
         const host::EditorHost::Turn turn(*editor_);
-        window_->native().setSize(options_.size);
+        resizeWindow();
     }
-    return true;
+}
+
+void ClapEditor::resizeWindow() {
+    window_->native().setSize({.width = pixels_.width / scale_, .height = pixels_.height / scale_});
 }
 
 bool ClapEditor::setParent(std::uintptr_t window) {
@@ -131,6 +131,7 @@ void ClapEditor::suggestTitle(const char* title) {
 }
 
 bool ClapEditor::open() {
+    options_.scale = scale_;
     auto opened = host::EditorWindow::open(*editor_, options_);
     if (!opened) {
         host_.log(LogSeverity::error,
@@ -138,6 +139,10 @@ bool ClapEditor::open() {
         return false;
     }
     window_ = std::move(opened).value();
+    {
+        const host::EditorHost::Turn turn(*editor_);
+        resizeWindow();
+    }
     pulse_.beginWindow(window_->native().fileDescriptor());
     return true;
 }

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace qor::clap {
@@ -29,11 +30,12 @@ public:
     void destroy();
     bool isCreated() const noexcept { return created_; }
 
+    /// Pixels per point; before it is called, what the desktop says. The size in points stays.
     bool setScale(double scale);
-    void size(std::uint32_t& width, std::uint32_t& height) const;
-    /// The nearest size that the editor can take.
-    static void adjust(std::uint32_t& width, std::uint32_t& height);
-    bool setSize(std::uint32_t width, std::uint32_t height);
+    CGSize size() const;
+    /// The nearest size that shows the editor without bars.
+    CGSize adjusted(const CGSize& pixels) const;
+    void setSize(const CGSize& pixels);
     bool setParent(std::uintptr_t window);
     bool setTransient(std::uintptr_t window);
     void suggestTitle(const char* title);
@@ -49,6 +51,7 @@ public:
 private:
     bool open();
     void close();
+    void resizeWindow();
     void tell(AUParameterAddress address, host::EditPhase phase, float value);
 
     ClapHost& host_;
@@ -60,7 +63,9 @@ private:
     platform::NativeWindowOptions options_;
     bool created_ = false;
     bool floating_ = false;
-    double scale_ = 0.0; // 0: what the desktop says
+    std::optional<double> hostScale_;
+    double scale_ = 1.0;
+    CGSize pixels_; // as the host has asked for
 };
 
 } // namespace qor::clap

@@ -29,6 +29,16 @@ bool isX11(const clap_window_t* window) noexcept {
     return window != nullptr && ClapEditor::isSupported(window->api, false);
 }
 
+CGSize sizeOf(std::uint32_t width, std::uint32_t height) {
+    return {.width = static_cast<double>(width), .height = static_cast<double>(height)};
+}
+
+bool give(const CGSize& size, std::uint32_t* width, std::uint32_t* height) {
+    *width = static_cast<std::uint32_t>(size.width);
+    *height = static_cast<std::uint32_t>(size.height);
+    return true;
+}
+
 bool isApiSupported(const clap_plugin_t* plugin, const char* api, bool isFloating) noexcept {
     return withEditor(plugin, "gui.is_api_supported",
                       [&](ClapEditor&) { return ClapEditor::isSupported(api, isFloating); });
@@ -64,11 +74,7 @@ bool setScale(const clap_plugin_t* plugin, double scale) noexcept {
 
 bool getSize(const clap_plugin_t* plugin, std::uint32_t* width, std::uint32_t* height) noexcept {
     return withCreated(plugin, "gui.get_size", [&](ClapEditor& editor) {
-        if (width == nullptr || height == nullptr) {
-            return false;
-        }
-        editor.size(*width, *height);
-        return true;
+        return width != nullptr && height != nullptr && give(editor.size(), width, height);
     });
 }
 
@@ -88,17 +94,20 @@ bool resizeHints(const clap_plugin_t* /*plugin*/, clap_gui_resize_hints_t* hints
     return true;
 }
 
-bool adjustSize(const clap_plugin_t* /*plugin*/, std::uint32_t* width, std::uint32_t* height) noexcept {
-    if (width == nullptr || height == nullptr) {
-        return false;
-    }
-    ClapEditor::adjust(*width, *height);
-    return true;
+bool adjustSize(const clap_plugin_t* plugin, std::uint32_t* width, std::uint32_t* height) noexcept {
+    return withCreated(plugin, "gui.adjust_size", [&](ClapEditor& editor) {
+        return width != nullptr && height != nullptr &&
+               give(editor.adjusted(sizeOf(*width, *height)), width, height);
+    });
 }
 
 bool setSize(const clap_plugin_t* plugin, std::uint32_t width, std::uint32_t height) noexcept {
     return withCreated(plugin, "gui.set_size", [&](ClapEditor& editor) {
-        return width != 0 && height != 0 && editor.setSize(width, height);
+        if (width == 0 || height == 0) {
+            return false;
+        }
+        editor.setSize(sizeOf(width, height));
+        return true;
     });
 }
 

@@ -43,6 +43,12 @@ void ClapHost::requestFlush() const noexcept {
     }
 }
 
+void ClapHost::requestResize(std::uint32_t width, std::uint32_t height) const noexcept {
+    if (gui_ != nullptr && gui_->request_resize != nullptr) {
+        gui_->request_resize(host_, width, height);
+    }
+}
+
 void ClapHost::guiClosed(bool wasDestroyed) const noexcept {
     if (gui_ != nullptr && gui_->closed != nullptr) {
         gui_->closed(host_, wasDestroyed);

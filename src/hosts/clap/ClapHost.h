@@ -26,6 +26,8 @@ public:
     void valuesChanged() const noexcept;
     /// Edits wait for the host to take them. Main thread.
     void requestFlush() const noexcept;
+    /// The editor wants another size, in pixels. Main thread.
+    void requestResize(std::uint32_t width, std::uint32_t height) const noexcept;
     /// The editor's window was closed by the user, or is gone. Main thread.
     void guiClosed(bool wasDestroyed) const noexcept;
     /// A regular call every so many milliseconds, if the host offers it. Main thread.

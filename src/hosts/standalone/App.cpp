@@ -1,6 +1,7 @@
 #include "hosts/standalone/App.h"
 
 #include "hosts/shared/EditorHost.h"
+#include "hosts/shared/EditorSizes.h"
 #include "hosts/shared/EditorWindow.h"
 #include "hosts/shared/PluginRuntime.h"
 #include "hosts/standalone/StopSignal.h"
@@ -79,7 +80,7 @@ Result<void> App::open() {
     look.title = kTitle;
     look.className = "qor-limiter-app";
     look.size = host::EditorHost::kPreferredSize;
-    look.minimumSize = {.width = look.size.width / 2.0, .height = look.size.height / 2.0};
+    look.minimumSize = host::kLeastEditorSize;
     look.scale = options_.scale;
     auto window = host::EditorWindow::open(*editor_, look);
     if (!window) {

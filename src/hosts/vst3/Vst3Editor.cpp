@@ -1,9 +1,9 @@
 #include "hosts/vst3/Vst3Editor.h"
 
+#include "hosts/shared/EditorSizes.h"
 #include "hosts/vst3/Vst3View.h"
 
 #include <algorithm>
-#include <cmath>
 #include <mutex>
 #include <utility>
 
@@ -12,12 +12,6 @@ namespace qor::vst3 {
 namespace {
 
 constexpr CGSize kPreferred = host::EditorHost::kPreferredSize;
-constexpr double kLeast = 0.5; // of the preferred size
-constexpr double kMost = 4.0;
-
-CGSize scaled(const CGSize& size, double factor) {
-    return {.width = std::round(size.width * factor), .height = std::round(size.height * factor)};
-}
 
 /// The windows of all instances share what Xlib has per process. Taken before an instance's own lock.
 std::recursive_mutex& windows() {
@@ -44,9 +38,9 @@ Result<std::shared_ptr<Vst3Editor>> Vst3Editor::create(host::UnitHost& unit, Act
 
 Vst3Editor::Vst3Editor(host::UnitHost& unit, Actions actions)
     : model_(unit), actions_(std::move(actions)), scale_(platform::desktopScale()),
-      pixels_(scaled(kPreferred, scale_)) {
+      pixels_(host::editorPixels(scale_, scale_)) {
     options_.title = "QOR Limiter";
-    options_.minimumSize = {.width = kPreferred.width * kLeast, .height = kPreferred.height * kLeast};
+    options_.minimumSize = host::kLeastEditorSize;
 }
 
 Vst3Editor::~Vst3Editor() {
@@ -94,7 +88,7 @@ void Vst3Editor::close() {
 
 void Vst3Editor::setScale(double scale) {
     const std::lock_guard lock(windows());
-    pixels_ = scaled(pixels_, scale / std::exchange(scale_, scale));
+    pixels_ = host::scaledSize(pixels_, scale / std::exchange(scale_, scale));
     if (window_ != nullptr) {
         const host::EditorHost::Turn turn(*editor_);
         window_->native().setScale(scale);
@@ -120,7 +114,7 @@ CGSize Vst3Editor::adjusted(const CGSize& pixels) const noexcept {
     } else if (pixels.width == pixels_.width) {
         factor = byHeight;
     }
-    return scaled(kPreferred, std::clamp(factor, kLeast * scale_, kMost * scale_));
+    return host::editorPixels(factor, scale_);
 }
 
 // A service thread must not wait for a main thread that may be waiting for it; the next call comes soon.
