@@ -1,153 +1,143 @@
 // The editor as an LV2 host shows it, in a real window. Needs a display.
-#include "hosts/lv2/Lv2Ports.h"
-#include "support/CapturedLog.h"
+#include "Lv2UiHost.h"
 
-#include <dlfcn.h>
-#include <gtest/gtest.h>
-#include <lv2/ui/ui.h>
-
-#include <chrono>
+#include <algorithm>
 #include <limits>
-#include <string>
-#include <thread>
-#include <vector>
-
-// Behind the others, as they define common words.
-#include <X11/Xlib.h>
-#include <X11/extensions/XTest.h>
 
 using namespace qor;
 using namespace qor::lv2;
 
 namespace {
 
-const LV2UI_Descriptor* descriptor() {
-    static void* object = dlopen(QOR_LV2_UI_OBJECT, RTLD_NOW | RTLD_LOCAL);
-    static const auto entry = reinterpret_cast<LV2UI_DescriptorFunction>(
-        object == nullptr ? nullptr : dlsym(object, "lv2ui_descriptor"));
-    return entry == nullptr ? nullptr : entry(0);
-}
+constexpr std::uint32_t kTrimPort = kFirstParameter + kLimiterTrim;
+constexpr std::uint32_t kAttackPort = kFirstParameter + kLimiterAttack;
 
-class Lv2Ui : public ::testing::Test {
+class Lv2Ui : public test::UiTest {
 protected:
-    Lv2Ui() : display(XOpenDisplay(nullptr)) {}
-    ~Lv2Ui() override {
-        close();
-        XCloseDisplay(display);
-    }
-
-    Window makeParent() {
-        const Window made = XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 512, 392, 0, 0, 0);
-        XSetWindowAttributes attributes{};
-        attributes.override_redirect = True; // no window manager is asked: it lies at 0, 0
-        XChangeWindowAttributes(display, made, CWOverrideRedirect, &attributes);
-        XMapRaised(display, made);
-        XSync(display, False);
-        return made;
-    }
-    bool open(Window in) {
-        const LV2UI_Write_Function write = [](LV2UI_Controller self, std::uint32_t port, std::uint32_t size,
-                                              std::uint32_t format, const void* value) {
-            EXPECT_EQ(size, sizeof(float));
-            EXPECT_EQ(format, 0U);
-            static_cast<Lv2Ui*>(self)->written.emplace_back(port, *static_cast<const float*>(value));
-        };
-        LV2UI_Touch touch{this, [](LV2UI_Feature_Handle self, std::uint32_t port, bool grabbed) {
-                              static_cast<Lv2Ui*>(self)->touched.emplace_back(port, grabbed);
-                          }};
-        touchFeature = touch;
-        const LV2UI_Resize resize{this, [](LV2UI_Feature_Handle self, int width, int height) {
-                                      static_cast<Lv2Ui*>(self)->asked = {width, height};
-                                      return 0;
-                                  }};
-        const LV2_Feature parentFeature{LV2_UI__parent, reinterpret_cast<void*>(in)};
-        const LV2_Feature touchEntry{LV2_UI__touch, &touchFeature};
-        const LV2_Feature resizeEntry{LV2_UI__resize, const_cast<LV2UI_Resize*>(&resize)};
-        const LV2_Feature* const features[] = {&parentFeature, &touchEntry, &resizeEntry, nullptr};
-        handle = descriptor()->instantiate(descriptor(), kPluginUri, "/", write, this, &widget, features);
-        return handle != nullptr;
-    }
-    void close() {
-        if (handle != nullptr) {
-            descriptor()->cleanup(handle);
-            handle = nullptr;
-        }
-    }
-    void idle(int times) {
-        const auto* interface =
-            static_cast<const LV2UI_Idle_Interface*>(descriptor()->extension_data(LV2_UI__idleInterface));
-        for (int i = 0; i < times; ++i) {
-            interface->idle(handle);
-            std::this_thread::sleep_for(std::chrono::milliseconds(5)); // the display's side of things
-        }
-    }
+    bool open(Window in) { return ui.open(in); }
+    void idle(int times) { ui.idle(times); }
     void motion(int x, int y) {
-        XTestFakeMotionEvent(display, -1, x, y, 0);
-        XSync(display, False);
+        moveTo(x, y);
         idle(6);
     }
-    void button(bool down) {
-        XTestFakeButtonEvent(display, 1, down ? True : False, 0);
-        XSync(display, False);
+    void press(bool down) {
+        button(1, down);
         idle(6);
     }
-    void port(std::uint32_t index, float value) {
-        descriptor()->port_event(handle, index, sizeof value, 0, &value);
+    /// One step of the wheel, upwards.
+    void wheel() {
+        button(4, true);
+        button(4, false);
     }
 
-    test::CapturedLog log;
-    Display* display;
-    LV2UI_Handle handle = nullptr;
-    LV2UI_Widget widget = nullptr;
-    LV2UI_Touch touchFeature{};
-    std::vector<std::pair<std::uint32_t, float>> written;
-    std::vector<std::pair<std::uint32_t, bool>> touched;
-    std::pair<int, int> asked;
+    test::UiHost ui;
 };
 
 } // namespace
 
 TEST_F(Lv2Ui, OpensInItsParentAndAsksForItsSize) {
-    ASSERT_NE(descriptor(), nullptr);
-    EXPECT_STREQ(descriptor()->URI, kUiUri);
+    ASSERT_NE(test::uiDescriptor(), nullptr);
+    EXPECT_STREQ(test::uiDescriptor()->URI, kUiUri);
     ASSERT_TRUE(open(makeParent()));
-    EXPECT_NE(widget, nullptr);
-    EXPECT_EQ(asked.first, 512);
-    EXPECT_GT(asked.second, 340);
+    EXPECT_NE(ui.window(), 0U);
+    EXPECT_EQ(ui.asked, (std::pair<int, int>{512, 392}));
 }
 
 TEST_F(Lv2Ui, ADragWritesThePortWithinATouch) {
     ASSERT_TRUE(open(makeParent()));
     idle(30);
-    constexpr std::uint32_t kTrimPort = kFirstParameter + kLimiterTrim;
     motion(83, 200);
-    button(true);
+    press(true);
     motion(83, 185);
     motion(83, 170);
-    button(false);
-    ASSERT_FALSE(written.empty());
-    for (const auto& [index, value] : written) {
+    press(false);
+    ASSERT_FALSE(ui.written.empty());
+    for (const auto& [index, value] : ui.written) {
         EXPECT_EQ(index, kTrimPort);
     }
-    EXPECT_GT(written.back().second, 0.6F);
-    EXPECT_EQ(touched, (std::vector<std::pair<std::uint32_t, bool>>{{kTrimPort, true}, {kTrimPort, false}}));
+    EXPECT_GT(ui.written.back().second, 0.6F);
+    EXPECT_EQ(ui.touched,
+              (std::vector<std::pair<std::uint32_t, bool>>{{kTrimPort, true}, {kTrimPort, false}}));
 }
 
 TEST_F(Lv2Ui, FollowsItsPortsWithoutWritingBack) {
     ASSERT_TRUE(open(makeParent()));
     for (std::uint32_t index = 0; index < kPortCount + 3; ++index) {
-        port(index, 0.75F);
+        ui.port(index, 0.75F);
     }
-    port(kFirstParameter, std::numeric_limits<float>::quiet_NaN());
+    ui.port(kFirstParameter, std::numeric_limits<float>::quiet_NaN());
     idle(20);
-    EXPECT_TRUE(written.empty());
+    EXPECT_TRUE(ui.written.empty());
     // The knob has moved: a drag goes on from the port's value.
     motion(83, 200);
-    button(true);
+    press(true);
     motion(83, 190);
-    button(false);
-    ASSERT_FALSE(written.empty());
-    EXPECT_NEAR(written.back().second, 0.80F, 0.011F);
+    press(false);
+    ASSERT_FALSE(ui.written.empty());
+    EXPECT_NEAR(ui.written.back().second, 0.80F, 0.011F);
+}
+
+TEST_F(Lv2Ui, AutomationMovesTheKnobsOnTheScreenWhileAnotherIsHeld) {
+    ASSERT_TRUE(open(makeParent()));
+    idle(30);
+    motion(83, 200);
+    press(true);
+    motion(83, 195);
+    ui.written.clear();
+    auto shown = picture(ui.window());
+    for (int step = 1; step <= 10; ++step) {
+        ui.port(kAttackPort, 0.1F + 0.08F * static_cast<float>(step));
+        idle(8);
+        const auto now = picture(ui.window());
+        ASSERT_EQ(now.size(), 512U * 392U);
+        EXPECT_NE(now, shown) << step;
+        // Nothing but that knob has moved: it lies in the upper left corner.
+        for (std::size_t i = 0; i < now.size(); ++i) {
+            ASSERT_TRUE(now[i] == shown[i] || (i % 512 < 130 && i / 512 < 145)) << step << ": " << i;
+        }
+        shown = now;
+    }
+    EXPECT_TRUE(ui.written.empty()) << "what the host sets is never written back";
+    motion(83, 185);
+    press(false);
+    ASSERT_FALSE(ui.written.empty());
+    for (const auto& [index, value] : ui.written) {
+        EXPECT_EQ(index, kTrimPort);
+    }
+}
+
+TEST_F(Lv2Ui, TwoEditorsAtOnceGoTheirOwnWays) {
+    ASSERT_TRUE(open(makeParent()));
+    test::UiHost other;
+    ASSERT_TRUE(other.open(makeParent(600, 0)));
+    const auto both = [&](int times) {
+        for (int i = 0; i < times; ++i) {
+            ui.idle(1);
+            other.idle(1);
+        }
+    };
+    both(30);
+    const auto before = picture(other.window());
+    ui.port(kAttackPort, 0.9F);
+    ui.port(kFirstMeter, 0.3F);
+    both(20);
+    EXPECT_EQ(picture(other.window()), before);
+    EXPECT_NE(picture(ui.window()), before);
+    moveTo(600 + 84, 93);
+    wheel();
+    both(10);
+    EXPECT_EQ(other.written.size(), 1U);
+    EXPECT_NEAR(other.written.front().second, 0.11F, 1e-6F);
+    EXPECT_TRUE(ui.written.empty());
+    moveTo(84, 93);
+    wheel();
+    both(10);
+    ASSERT_EQ(ui.written.size(), 1U);
+    EXPECT_NEAR(ui.written.front().second, 0.91F, 1e-6F);
+    other.close();
+    wheel();
+    idle(10);
+    EXPECT_EQ(ui.written.size(), 2U) << "the one works on without the other";
 }
 
 TEST_F(Lv2Ui, OpensAgainAndAgain) {
@@ -155,14 +145,16 @@ TEST_F(Lv2Ui, OpensAgainAndAgain) {
         const Window parent = makeParent();
         ASSERT_TRUE(open(parent)) << i;
         idle(2);
-        close();
+        ui.close();
         XDestroyWindow(display, parent);
     }
 }
 
 TEST_F(Lv2Ui, RefusesAnotherPluginAndAParentThatIsNotThere) {
-    EXPECT_EQ(descriptor()->instantiate(descriptor(), "urn:other", "/", nullptr, nullptr, &widget, nullptr),
+    const auto* descriptor = test::uiDescriptor();
+    LV2UI_Widget widget = nullptr;
+    EXPECT_EQ(descriptor->instantiate(descriptor, "urn:other", "/", nullptr, nullptr, &widget, nullptr),
               nullptr);
     EXPECT_FALSE(open(0x7FFFFFF0));
-    EXPECT_EQ(descriptor()->extension_data("urn:nothing"), nullptr);
+    EXPECT_EQ(descriptor->extension_data("urn:nothing"), nullptr);
 }
