@@ -26,8 +26,8 @@ public:
             ::close(ends[0]);
             const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
             ::dup2(nowhere, STDERR_FILENO);
-            ::execlp("Xvfb", "Xvfb", "-displayfd", number.c_str(), "-screen", "0", "800x600x24", "-nolisten",
-                     "tcp", static_cast<char*>(nullptr));
+            ::execlp("Xvfb", "Xvfb", "-displayfd", number.c_str(), "-screen", "0", "800x600x24", "-noreset",
+                     "-nolisten", "tcp", static_cast<char*>(nullptr));
             ::_exit(127);
         }
         ::close(ends[1]);
