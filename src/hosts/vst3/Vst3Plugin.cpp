@@ -26,8 +26,9 @@ Vst3Plugin::Vst3Plugin() : Plugin(kControlCount, 0, 1) {
         wanted_.set(row.address, row.defaultValue);
     }
     if (isDummyInstance()) {
-        return; // asked for names and ranges only
+        return; // asked for names and ranges only, for as long as the code is loaded
     }
+    runtime_ = host::PluginRuntime::acquire();
     auto made = host::UnitHost::create();
     if (!made) {
         print("QOR Limiter could not be made: " + made.error().localizedDescription());
@@ -42,6 +43,10 @@ Vst3Plugin::Vst3Plugin() : Plugin(kControlCount, 0, 1) {
 }
 
 Vst3Plugin::~Vst3Plugin() {
+    if (host_ != nullptr) {
+        const std::lock_guard lock(host_->mutex());
+        host_->setOnUnitReplaced(nullptr);
+    }
     if (editor_ != nullptr) {
         editor_->end();
     }

@@ -52,7 +52,7 @@ private:
     void activateAt(double sampleRate);
     void edited(AUParameterAddress address, host::EditPhase phase, float value);
 
-    std::shared_ptr<host::PluginRuntime> runtime_ = host::PluginRuntime::acquire();
+    std::shared_ptr<host::PluginRuntime> runtime_; // outlives the unit
     std::unique_ptr<host::UnitHost> host_; // absent if the unit could not be made
     std::shared_ptr<Vst3Editor> editor_;   // from the first view on; views know it, too
     bool ready_ = false;                   // to render; otherwise the input goes through

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <deque>
 
 namespace test {
@@ -144,17 +143,43 @@ const v3_param_changes_cpp ChangeList::kTable{
 
 } // namespace
 
-v3_plugin_factory** vst3Factory() {
-    static v3_plugin_factory** const factory = [] {
+namespace {
+
+/// The object, entered and left as hosts do it.
+class Module {
+public:
+    Module() {
         void* const object = ::dlopen(QOR_VST3_OBJECT, RTLD_NOW | RTLD_LOCAL);
         if (object == nullptr) {
-            return static_cast<v3_plugin_factory**>(nullptr);
+            return;
         }
         const auto enter = reinterpret_cast<bool (*)(void*)>(::dlsym(object, "ModuleEntry"));
         const auto get = reinterpret_cast<v3_plugin_factory** (*)()>(::dlsym(object, "GetPluginFactory"));
-        return enter != nullptr && get != nullptr && enter(object) ? get() : nullptr;
-    }();
-    return factory;
+        leave_ = reinterpret_cast<bool (*)()>(::dlsym(object, "ModuleExit"));
+        if (enter != nullptr && get != nullptr && leave_ != nullptr && enter(object)) {
+            factory = get();
+        }
+    }
+    ~Module() {
+        if (factory != nullptr) {
+            v3_cpp_obj_unref(factory);
+            leave_();
+        }
+    }
+    Module(const Module&) = delete;
+    Module& operator=(const Module&) = delete;
+
+    v3_plugin_factory** factory = nullptr;
+
+private:
+    bool (*leave_)() = nullptr;
+};
+
+} // namespace
+
+v3_plugin_factory** vst3Factory() {
+    static const Module module;
+    return module.factory;
 }
 
 struct Vst3TestHost::Tables {
@@ -258,7 +283,8 @@ struct MemoryStream::Tables {
              MemoryStream& own = Face<StreamTable, MemoryStream>::ownerOf(self);
              const auto left = own.bytes.size() - own.position_;
              const std::size_t now = std::min<std::size_t>(std::min(count, own.most_), left);
-             std::memcpy(to, own.bytes.data() + own.position_, now);
+             std::copy_n(own.bytes.begin() + static_cast<std::ptrdiff_t>(own.position_), now,
+                         static_cast<char*>(to));
              own.position_ += now;
              *done = static_cast<std::int32_t>(now);
              return V3_OK;
