@@ -153,6 +153,19 @@ protected:
         return black;
     }
 
+    /// The dial's pixels, at scale 1.
+    std::vector<unsigned long> dial() {
+        constexpr int kWidth = 210;
+        constexpr int kHeight = 110;
+        XImage* const image = XGetImage(display, parent, 150, 135, kWidth, kHeight, AllPlanes, ZPixmap);
+        std::vector<unsigned long> pixels;
+        for (int i = 0; i < kWidth * kHeight; ++i) {
+            pixels.push_back(XGetPixel(image, i % kWidth, i / kWidth));
+        }
+        XDestroyImage(image);
+        return pixels;
+    }
+
     Display* display;
     Vst3TestHost host;
     std::unique_ptr<Vst3Instance> instance;
@@ -206,6 +219,17 @@ TEST_F(Vst3Editor, ADragIsKeptInTheStateAndHeardInTheNextBlock) {
     dragTrim(60);
     EXPECT_NE(instance->state(), stateBefore);
     EXPECT_GT(std::abs(instance->process(tone).back()), std::abs(before.back()) * 1.1F);
+}
+
+TEST_F(Vst3Editor, ShowsTheLevelsOfTheSound) {
+    instance->activate();
+    ASSERT_TRUE(open());
+    pump(20);
+    const auto silent = dial();
+    pump(20);
+    EXPECT_EQ(dial(), silent);
+    instance->process(std::vector<float>(40000, 0.9F));
+    EXPECT_TRUE(pumpUntil([&] { return dial() != silent; }));
 }
 
 TEST_F(Vst3Editor, FollowsAutomationWithoutTellingItBack) {
