@@ -2,6 +2,8 @@
 
 #include "platform/draw/RecordingContext.h"
 
+#include <array>
+
 namespace {
 
 using namespace test; // NOLINT(google-build-using-namespace): the fixture and the system under test
@@ -27,6 +29,39 @@ TEST_F(Surface, GivesItsControllerToTheDrawingHalf) {
     EXPECT_EQ(view->audioUnit(), nullptr);
     view->setViewController(nullptr);
     EXPECT_EQ(view->baseClass->viewController, nullptr);
+}
+
+TEST_F(Surface, EachElementHasItsAreaItsFieldsAndItsParameter) {
+    using Base = QORLimiterViewBase;
+    using Kind = LimiterElementKind;
+    const std::array<LimiterElement, 11> expected{{
+        {"attack", &Base::hotspotAttackPath, Kind::knob, &Base::valueAttack, nullptr, &Base::isAttackActive,
+         0},
+        {"release", &Base::hotspotReleasePath, Kind::knob, &Base::valueRelease, nullptr,
+         &Base::isReleaseActive, 1},
+        {"threshold", &Base::hotspotThresholdPath, Kind::knob, &Base::valueThreshold, nullptr,
+         &Base::isThresholdActive, 2},
+        {"ratio", &Base::hotspotRatioPath, Kind::knob, &Base::valueRatio, nullptr, &Base::isRatioActive, 3},
+        {"trim", &Base::hotspotGainPath, Kind::knob, &Base::valueGain, nullptr, &Base::isGainActive, 4},
+        {"mix", &Base::hotspotMixPath, Kind::knob, &Base::valueMix, nullptr, &Base::isMixActive, 5},
+        {"bypass", &Base::hotspotBypassPath, Kind::button, nullptr, &Base::isBypassSelected,
+         &Base::isBypassActive, 7},
+        {"audition", &Base::hotspotAuditionPath, Kind::button, nullptr, &Base::isAuditioSelected,
+         &Base::isAuditionActive, 8},
+        {"caption", &Base::hotspotCaptionPath, Kind::inert, nullptr, nullptr, nullptr, -1},
+        {"meter", &Base::hotspotMeterPath, Kind::inert, nullptr, nullptr, nullptr, -1},
+        {"mode", &Base::hotspotModePath, Kind::inert, nullptr, nullptr, nullptr, -1},
+    }};
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        const LimiterElement& element = kLimiterElements[i];
+        EXPECT_EQ(element.mode, expected[i].mode);
+        EXPECT_TRUE(element.path == expected[i].path) << element.mode;
+        EXPECT_TRUE(element.kind == expected[i].kind) << element.mode;
+        EXPECT_TRUE(element.value == expected[i].value) << element.mode;
+        EXPECT_TRUE(element.selected == expected[i].selected) << element.mode;
+        EXPECT_TRUE(element.active == expected[i].active) << element.mode;
+        EXPECT_EQ(element.address, expected[i].address) << element.mode;
+    }
 }
 
 TEST_F(Surface, HitsTheElementsInTheirOrderAndLogsEachMode) {

@@ -103,7 +103,8 @@ Command addSnapshotCommand(CLI::App& program) {
     CLI::App* snapshot = program.add_subcommand("snapshot", "Draw the editor's panel into a file");
     const auto arguments = std::make_shared<SnapshotArguments>();
     snapshot->add_option("OUT", arguments->output, "The picture to write: .png, .svg or .pdf")->required();
-    snapshot->add_option("--size", arguments->size, "Width and height in points")
+    snapshot
+        ->add_option("--size", arguments->size, "Width and height in points; the panel keeps its proportions")
         ->capture_default_str()
         ->type_name("WxH");
     snapshot->add_option("--scale", arguments->scale, "Pixels per point, or enlargement of a vector picture")

@@ -149,6 +149,7 @@ void ChoiceMenu::loadView() {
 
 void ChoiceMenu::presentationDidBegin() {
     view()->layoutIfNeeded();
+    list_->moveTo(list_->current);
     list_->becomeFirstResponder();
 }
 

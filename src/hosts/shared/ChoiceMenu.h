@@ -18,6 +18,9 @@ public:
     std::size_t current = 0;
     Block<void(std::size_t)> onChoice;
 
+    /// Makes a row the current one, the last for any behind it, and scrolls until it is seen.
+    void moveTo(std::size_t row);
+
     void draw(const CGRect& rect) override;
     void touchesEnded(const UITouchSet& touches, UIEvent* event) override;
     bool scrollWheel(const UIWheelEvent& event) override;
@@ -27,7 +30,6 @@ public:
 private:
     /// Which part of a list that doesn't fit is seen.
     void drawThumb(const CGRect& rect) const;
-    void moveTo(std::size_t row);
     void scrollBy(double rows);
 
     double top_ = 0.0; // rows above the visible part

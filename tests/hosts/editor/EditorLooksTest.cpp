@@ -117,6 +117,24 @@ TEST_F(Looks, AListThatDoesNotFitShowsWhichPartIsSeen) {
                 placeOf("choices").size.height / (items * ChoiceListView::kRow), 0.03);
 }
 
+TEST_F(Looks, ALongListOpensWhereTheCurrentRowIs) {
+    open();
+    const auto lastWholeRowIsCurrent = [&] {
+        const CGRect list = placeOf("choices");
+        return test::pixelAt(headless->picture(), {CGRectGetMidX(list), CGRectGetMaxY(list) - 26.0}).blue >
+               80;
+    };
+    click("preset");
+    EXPECT_FALSE(lastWholeRowIsCurrent());
+    headless->key(UIKey::end);
+    headless->key(UIKey::up); // above "Save as..."
+    headless->key(UIKey::enter);
+    turn();
+    run(1.0);
+    click("preset");
+    EXPECT_TRUE(lastWholeRowIsCurrent());
+}
+
 TEST_F(Looks, EachMeterShowsItsOwnChannel) {
     open();
     constexpr std::uint32_t kFrames = 480;
