@@ -99,6 +99,10 @@ void HostStrip::show(AUParameterAddress address, float value) {
     default:
         break;
     }
+    if (!presetName_.empty() && address < kParameterCount) {
+        changed_.set(address, value != presetValues_[address]);
+        showPresetName();
+    }
 }
 
 void HostStrip::tell(const std::string& text) {
@@ -168,7 +172,16 @@ void HostStrip::takePreset(const PresetEntry& preset) {
 
 void HostStrip::namePreset(const std::string& name) {
     presetName_ = name;
-    presetButton_->setTitle(name.empty() ? noPresetTitle_ : name);
+    changed_.reset();
+    for (const ParameterRow& row : kParameterTable) {
+        presetValues_[row.address] = model_.parameter(row.address);
+    }
+    showPresetName();
+}
+
+void HostStrip::showPresetName() {
+    presetButton_->setTitle(presetName_.empty() ? noPresetTitle_
+                                                : presetName_ + (changed_.any() ? " *" : ""));
 }
 
 void HostStrip::askForPresetName() {

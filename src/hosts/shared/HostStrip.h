@@ -5,6 +5,8 @@
 #include "hosts/shared/ValueEntry.h"
 #include "platform/view/View.h"
 
+#include <array>
+#include <bitset>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -42,8 +44,9 @@ private:
     void takePreset(const PresetEntry& preset);
     void askForPresetName();
     void askToDeletePreset(const PresetEntry& preset);
-    /// The name on the button; empty for none.
+    /// The name on the button, of a preset that all values now are of; empty for none.
     void namePreset(const std::string& name);
+    void showPresetName();
     void fail(const std::string& caption, const NSError& error);
     void slid(UISlider& slider, AUParameterAddress address);
 
@@ -60,6 +63,8 @@ private:
     Ref<UILabel> info_;
     std::string presetName_;
     std::string noPresetTitle_; // of the button, as the layout has it
+    std::array<float, kParameterCount> presetValues_{};
+    std::bitset<kParameterCount> changed_; // what has another value than the preset by now
     ValueEntry entry_;
 };
 

@@ -275,6 +275,32 @@ TEST_F(Hosted, PresetsAreChosenAndSavedFromTheStrip) {
     EXPECT_EQ(dynamic_cast<UIButton&>(find("preset")).title(), "Mine");
 }
 
+TEST_F(Hosted, APresetsNameIsMarkedWhileAValueIsAnother) {
+    open();
+    const auto title = [&] { return dynamic_cast<UIButton&>(find("preset")).title(); };
+    set(kLimiterAttack, 0.6F);
+    turn();
+    EXPECT_EQ(title(), "Presets") << "no preset was chosen";
+    click("preset");
+    const std::string chosen = choices().items.front();
+    headless->key(UIKey::enter);
+    turn();
+    turn();
+    EXPECT_EQ(title(), chosen);
+    const float attack = units->parameter(kLimiterAttack);
+    const float mode = units->parameter(kLimiterMode);
+    set(kLimiterAttack, 0.6F);
+    set(kLimiterMode, 3.0F - mode);
+    turn();
+    EXPECT_EQ(title(), chosen + " *");
+    set(kLimiterAttack, attack);
+    turn();
+    EXPECT_EQ(title(), chosen + " *");
+    set(kLimiterMode, mode);
+    turn();
+    EXPECT_EQ(title(), chosen) << "all values are the preset's again";
+}
+
 TEST_F(Hosted, APresetOfOnesOwnIsDeletedFromTheStripAfterAQuestion) {
     open();
     const std::string title = dynamic_cast<UIButton&>(find("preset")).title();

@@ -47,7 +47,7 @@ TEST_F(Looks, NoTextOfTheStripIsCut) {
         }
     }
     for (const PresetEntry& preset : listPresets()) {
-        EXPECT_LE(widthOf(preset.name), roomOf("preset")) << preset.name;
+        EXPECT_LE(widthOf(preset.name + " *"), roomOf("preset")) << preset.name;
         EXPECT_LE(widthOf("Preset  " + preset.name), roomOf("info")) << preset.name;
     }
     EXPECT_LE(widthOf("Final Limiter"), roomOf("final"));
