@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Has a sequencer from Debian load the plug-in into a session, opens its editor, drags a knob, saves, and loads the
-# session in another process. Nobody sees the display or hears the sound server.
+# session in another process. Nobody sees the display or hears the sound server. Debian builds it without VST3.
 #   scripts/host-tests/qtractor.sh [BUILD DIR [FORMAT]]        default: build/release CLAP; LV2 is known too
 # With PICTURES set to a folder, screenshots are left there.
 set -euo pipefail

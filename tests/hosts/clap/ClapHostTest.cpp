@@ -82,6 +82,8 @@ TEST(ClapHost, EveryPieceMayBeMissing) {
     EXPECT_EQ(host.registerTimer(20), std::nullopt);
     EXPECT_FALSE(host.registerDescriptor(1));
     host.unregisterDescriptor(1);
+    host.requestResize(512, 392);
+    host.guiClosed(true);
     host.unregisterTimer(3);
     EXPECT_TRUE(host.checkThread(Promised::mainThread, "init"));
 }
