@@ -238,22 +238,27 @@ differing() { # PICTURE: how many pixels of the panel
   compare -metric AE -fuzz 15% "$work/shown.png[$((512 * scale))x$((340 * scale))+0+0]" "$work/$1.png" null: 2>&1 || true
 }
 shows_the_meters() { # PICTURE'S NAME
-  local symbol settings=() meters
-  "$probe" --play "$work/sine.wav" "$client" &
-  local player=$!
-  pids+=("$player")
-  sleep 3
-  picture "$1"
-  import -window "$editor" "$work/shown.png"
-  meters=$(meter gain_1),$(meter gain_2),$(meter peak_1),$(meter peak_2)
-  kill "$player"
+  local symbol settings=() meters right=no
   for symbol in knee attack release threshold trim mix bypass audition; do
     settings+=(--set "$symbol=$(port "$symbol")")
   done
-  "$cli" snapshot "$work/expected.png" --scale "$scale" --meters "$meters" "${settings[@]}" >/dev/null
   "$cli" snapshot "$work/other.png" --scale "$scale" --meters 0.5,0.5,0.1,0.1 "${settings[@]}" >/dev/null
-  [ -z "${PICTURES:-}" ] || cp "$work/shown.png" "$PICTURES/$1-editor.png"
-  [ "$(differing expected)" -lt $((20 * scale * scale)) ] || fail "the needles are not at $meters"
+  "$probe" --play "$work/sine.wav" "$client" &
+  local player=$!
+  pids+=("$player")
+  sleep 2
+  # A busy machine drops periods of the sound, which the needles show; several looks find a steady one.
+  for _ in 1 2 3 4 5 6 7 8 9 10; do
+    sleep 1
+    picture "$1"
+    import -window "$editor" "$work/shown.png"
+    meters=$(meter gain_1),$(meter gain_2),$(meter peak_1),$(meter peak_2)
+    "$cli" snapshot "$work/expected.png" --scale "$scale" --meters "$meters" "${settings[@]}" >/dev/null
+    [ "$meters" != 1.000000,1.000000,0.000000,0.000000 ] || continue
+    [ "$(differing expected)" -ge $((20 * scale * scale)) ] || { right=yes; break; }
+  done
+  kill "$player"
+  [ $right = yes ] || fail "the needles are not at $meters"
   [ "$(differing other)" -gt $((200 * scale * scale)) ] || fail "needles elsewhere make no difference"
   echo "meters $meters: $(differing expected) pixels of the panel differ"
 }
