@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <mutex>
 #include <utility>
 
 namespace qor::clap {
@@ -19,12 +20,15 @@ std::uint32_t wholePixels(double length) {
 } // namespace
 
 ClapEditor::ClapEditor(host::UnitHost& unit, ClapHost& host, ClapEditQueue& edits, ClapPulse& pulse)
-    : host_(host), edits_(edits), pulse_(pulse), model_(unit) {
-    unit.setOnUnitReplaced([this] { unitReplaced(); });
+    : unit_(unit), host_(host), edits_(edits), pulse_(pulse), model_(unit) {
+    const std::lock_guard lock(unit_.mutex());
+    unit_.setOnUnitReplaced([this] { unitReplaced(); });
 }
 
 ClapEditor::~ClapEditor() {
     destroy();
+    const std::lock_guard lock(unit_.mutex());
+    unit_.setOnUnitReplaced(nullptr);
 }
 
 bool ClapEditor::isSupported(const char* api, bool /*isFloating*/) noexcept {
@@ -42,6 +46,7 @@ bool ClapEditor::create(bool isFloating) {
                       ("QOR Limiter's editor: " + made.error().localizedDescription()).c_str());
             return false;
         }
+        const std::lock_guard lock(unit_.mutex()); // the service thread may put a fresh unit in place
         editor_ = std::move(made).value();
         editor_->setEditSink([this](AUParameterAddress address, host::EditPhase phase, float value) {
             tell(address, phase, value);

@@ -14,7 +14,7 @@
 namespace qor::clap {
 
 /// Lives as long as the instance, so that the editor is joined to the unit once however often its window
-/// opens. Sizes towards the host are pixels. Main thread.
+/// opens. Sizes towards the host are pixels. Main thread, apart from `unitReplaced`.
 class ClapEditor {
 public:
     /// All must outlive the editor.
@@ -45,7 +45,7 @@ public:
     /// Takes input in and draws; whenever the host calls on the main thread. Tells the host if the window was
     /// closed or is gone.
     void pump();
-    /// The instance has another unit now.
+    /// The instance has another unit now. Any thread that pumps the unit, under its lock.
     void unitReplaced();
 
 private:
@@ -54,6 +54,7 @@ private:
     void resizeWindow();
     void tell(AUParameterAddress address, host::EditPhase phase, float value);
 
+    host::UnitHost& unit_;
     ClapHost& host_;
     ClapEditQueue& edits_;
     ClapPulse& pulse_;

@@ -71,7 +71,8 @@ public:
     /// Good until `onUnitReplaced` is called.
     QOR_Limiter_Extension_AudioUnit& unit() noexcept { return *owned_->unit; }
     const Ref<QOR_Limiter_Extension_AudioUnit>& unitRef() noexcept { return owned_->unit; }
-    /// Called after a unit whose state was broken has been replaced by a fresh one. From within `pump`.
+    /// Called after a unit whose state was broken has been replaced by a fresh one. From within `pump`, which
+    /// may be the service thread's: to be set under the lock once the unit is active.
     void setOnUnitReplaced(Block<void()> block) { onUnitReplaced_ = std::move(block); }
     /// The lock of all main-thread operations; held by whoever reaches for the unit itself while a service
     /// thread runs.

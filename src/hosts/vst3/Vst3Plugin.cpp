@@ -43,7 +43,7 @@ Vst3Plugin::Vst3Plugin() : Plugin(kControlCount, 0, 1) {
 }
 
 Vst3Plugin::~Vst3Plugin() {
-    if (host_ != nullptr) {
+    if (host_ != nullptr) { // a host may end an instance that is active: the service thread is at work then
         const std::lock_guard lock(host_->mutex());
         host_->setOnUnitReplaced(nullptr);
     }
