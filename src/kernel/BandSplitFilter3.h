@@ -1,6 +1,7 @@
 // Cuts a stereo signal into low, band and high parts at two edges; the band is made by subtraction.
 #pragma once
 
+#include "kernel/FrameLimit.h"
 #include "kernel/SVFilter4Pole1.h"
 #include "platform/core/RealTime.h"
 
@@ -12,8 +13,6 @@ namespace qor {
 /// The limiter's input filter. Its buffers are members; nothing allocates.
 class BandSplitFilter3 {
 public:
-    static constexpr int kFrameLimit = 4096;
-
     float scale1 = 1.0F; // the scales are stored only
     float scale2 = 1.0F;
     float scale3 = 1.0F;

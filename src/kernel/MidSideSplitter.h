@@ -1,6 +1,7 @@
 // Turns a left/right pair into mid/side and back, through working buffers of its own.
 #pragma once
 
+#include "kernel/FrameLimit.h"
 #include "platform/core/RealTime.h"
 
 #include <algorithm>
@@ -9,8 +10,6 @@ namespace qor {
 
 class MidSideSplitter {
 public:
-    static constexpr int kFrameLimit = 4096;
-
     float mid[kFrameLimit];
     float side[kFrameLimit];
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <functional>
 #include <string_view>
 
 namespace qor {
@@ -12,6 +13,19 @@ namespace {
 float* samplesOf(const AudioBufferList* list, int channel, unsigned offset) {
     const AudioBuffer* buffers = list->mBuffers;
     return static_cast<float*>(buffers[channel].mData) + offset;
+}
+
+// One float after the other, forward. Where `out` starts inside the input that repeats what it has just
+// written; everywhere else it is a block copy, which the library does with the widest registers there are.
+void copyForward(const float* in, float* out, unsigned count) {
+    const std::less<> before;
+    if (before(in, out) && before(out, in + count)) {
+        for (unsigned i = 0; i < count; ++i) {
+            out[i] = in[i];
+        }
+    } else {
+        std::copy_n(in, count, out);
+    }
 }
 
 } // namespace
@@ -53,7 +67,7 @@ void QOR_Limiter_Extension_DSPKernel::setParameter(AUParameterAddress address, f
     if (address > kSlotCount) {
         return;
     }
-    slot(address) = value;
+    slotOf(*this, address) = value;
     printParameter(address, value);
     auto& [first, second] = limiter.limiters;
     switch (address) {
@@ -100,7 +114,7 @@ float QOR_Limiter_Extension_DSPKernel::getParameter(AUParameterAddress address) 
     if (address > kSlotCount) {
         return 0.0F;
     }
-    return address < kSlotCount ? params[address] : followers[0].samplerate;
+    return slotOf(*this, address);
 }
 
 void QOR_Limiter_Extension_DSPKernel::process2(unsigned /*frameCount*/, unsigned /*bufferOffset*/) {}
@@ -124,11 +138,8 @@ void QOR_Limiter_Extension_DSPKernel::copyInputToOutput(unsigned frameCount, uns
     for (int c = 0; c < channelCount; ++c) {
         const float* in = samplesOf(inBufferList, c, bufferOffset);
         float* out = samplesOf(outBufferList, c, bufferOffset);
-        if (in == out) {
-            continue;
-        }
-        for (unsigned i = 0; i < frameCount; ++i) { // forward, whatever overlaps
-            out[i] = in[i];
+        if (in != out) {
+            copyForward(in, out, frameCount);
         }
     }
 }

@@ -3,6 +3,7 @@
 
 #include "kernel/BandSplitFilter3.h"
 #include "kernel/Follower.h"
+#include "kernel/FrameLimit.h"
 #include "kernel/Limiter2.h"
 #include "kernel/MidSideSplitter.h"
 #include "kernel/ParameterAddresses.h"
@@ -31,7 +32,7 @@ public:
     Limiter2 limiter;
     bool bypassed = false;
     bool midiThrough = false; // nothing sets it: MIDI is not forwarded
-    std::int32_t maximumFramesToRender = 4096;
+    std::int32_t maximumFramesToRender = kFrameLimit;
 
     QOR_Limiter_Extension_DSPKernel();
 
@@ -68,8 +69,9 @@ public:
 
 private:
     /// Addresses 0 to 15. The last one lies behind the slots: the first follower's sample rate.
-    float& slot(AUParameterAddress address) {
-        return address < kSlotCount ? params[address] : followers[0].samplerate;
+    template <class Kernel>
+    static auto& slotOf(Kernel& kernel, AUParameterAddress address) {
+        return address < kSlotCount ? kernel.params[address] : kernel.followers[0].samplerate;
     }
 
     void copyInputToOutput(unsigned frameCount, unsigned bufferOffset) QOR_NONBLOCKING;

@@ -339,11 +339,18 @@ TEST_F(LimiterKernel, EqualPointersMeanNoCopy) {
 
 TEST_F(LimiterKernel, TheCopyRunsForwardWhateverOverlaps) {
     kernel().init(1, 48000.0);
-    Samples shared = {1.0F, 2.0F, 3.0F, 4.0F};
-    h.inList.list.mBuffers[0].mData = shared.data();
-    h.outList.list.mBuffers[0].mData = shared.data() + 1;
-    kernel().process(3, 0);
-    EXPECT_THAT(shared, ElementsAre(1.0F, 1.0F, 1.0F, 1.0F));
+    const auto copied = [&](std::size_t from, std::size_t to) {
+        Samples shared = {1.0F, 2.0F, 3.0F, 4.0F, 5.0F, 6.0F};
+        h.inList.list.mBuffers[0].mData = shared.data() + from;
+        h.outList.list.mBuffers[0].mData = shared.data() + to;
+        kernel().process(3, 0);
+        return shared;
+    };
+    EXPECT_THAT(copied(0, 1), ElementsAre(1.0F, 1.0F, 1.0F, 1.0F, 5.0F, 6.0F));
+    EXPECT_THAT(copied(0, 2), ElementsAre(1.0F, 2.0F, 1.0F, 2.0F, 1.0F, 6.0F));
+    EXPECT_THAT(copied(0, 3), ElementsAre(1.0F, 2.0F, 3.0F, 1.0F, 2.0F, 3.0F));
+    EXPECT_THAT(copied(1, 0), ElementsAre(2.0F, 3.0F, 4.0F, 4.0F, 5.0F, 6.0F));
+    EXPECT_THAT(copied(3, 0), ElementsAre(4.0F, 5.0F, 6.0F, 4.0F, 5.0F, 6.0F));
 }
 
 TEST_F(LimiterKernel, AnOffsetLeavesTheFramesBeforeItAlone) {
