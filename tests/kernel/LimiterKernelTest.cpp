@@ -425,8 +425,10 @@ TEST_F(LimiterKernel, ABlockCutAnywhereGivesTheSameSamplesInEveryMode) {
 /// What a MIDI output was called with, as "time cable length status".
 struct MIDIRecorder {
     std::vector<std::string> calls;
+    const std::uint8_t* lastBytes = nullptr;
     AUMIDIOutputEventBlock block() {
         return [this](AUEventSampleTime time, std::uint8_t cable, long length, const std::uint8_t* bytes) {
+            lastBytes = bytes;
             calls.push_back(std::to_string(time) + ' ' + std::to_string(cable) + ' ' +
                             std::to_string(length) + ' ' + std::to_string(bytes[0]));
             return noErr;
@@ -456,7 +458,9 @@ TEST_F(LimiterKernel, BehindAnOpenGateMIDIGoesOutOnCableZeroWithoutRealTimeMessa
     EXPECT_THAT(recorder.calls, IsEmpty());
     kernel().handleMIDIEvent(midiEvent(3, 0x90));
     kernel().handleMIDIEvent(midiEvent(1, 0xF9));
-    kernel().handleMIDIEvent(midiEvent(0, 0xF8)); // no byte to look at
+    const AUMIDIEvent empty = midiEvent(0, 0xF8); // no byte to look at
+    kernel().handleMIDIEvent(empty);
+    EXPECT_EQ(recorder.lastBytes, empty.data); // handed on in place
     EXPECT_THAT(recorder.calls, ElementsAre("77 0 3 144", "77 0 1 249", "77 0 0 248"));
 }
 

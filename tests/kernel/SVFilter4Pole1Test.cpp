@@ -204,6 +204,18 @@ TEST(SVFilter4Pole1, ResetGoesBackToTheMiddleWithACleanState) {
     EXPECT_EQ(filter.poles, 4.0F);
 }
 
+TEST(SVFilter4Pole1, InitGoesBackAsResetDoes) {
+    SVFilter4Pole1 filter;
+    filter.setCutoff(0.9F);
+    float sample = 1.0F;
+    filter.processSampleHP(&sample);
+    filter.init();
+    EXPECT_EQ(filter.cutoff, 0.5F);
+    EXPECT_EQ(filter.frequency, 0.015625F);
+    EXPECT_EQ(filter.band1, 0.0F);
+    EXPECT_EQ(filter.low3, 0.0F);
+}
+
 TEST(SVFilter4Pole1, TheSampleRateIsStoredOnly) {
     SVFilter4Pole1 filter;
     const float frequency = filter.frequency;

@@ -111,6 +111,27 @@ TEST(DSPKernel, TheMIDIOutputStartsAbsentAndIsHeldOnceUntilReplaced) {
     EXPECT_EQ(second.useCount(), 2U);
 }
 
+TEST(DSPKernel, TheMIDIOutputIsReplacedBeforeAnythingElseHappens) {
+    class LookingKernel final : public qor::DSPKernel {
+    public:
+        std::vector<bool> present;
+        void process(unsigned /*frameCount*/, unsigned /*bufferOffset*/) override { look(); }
+        void handleMIDIEvent(const AUMIDIEvent& /*event*/) override { look(); }
+
+    private:
+        void look() { present.push_back(static_cast<bool>(midiOut)); }
+    };
+    int calls = 0;
+    LookingKernel kernel;
+    EventList events;
+    events.midi(0, platform::AURenderEventMIDI, 144);
+    const platform::AudioTimeStamp time;
+    kernel.processWithEvents(&time, 8, events.head(), countingOutput(calls));
+    EXPECT_THAT(kernel.present, ElementsAre(true, true));
+    kernel.processWithEvents(&time, 8, nullptr, nullptr);
+    EXPECT_THAT(kernel.present, ElementsAre(true, true, false));
+}
+
 TEST(DSPKernel, AnEmptyListMeansOneProcessCall) {
     EXPECT_THAT(callsOf(5, 512), ElementsAre("process 512 at 0"));
 }

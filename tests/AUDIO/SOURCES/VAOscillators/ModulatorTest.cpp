@@ -205,6 +205,9 @@ TEST(Modulator, PhaseIsAFractionOfACycle) {
     m.setPhase(0.25F);
     EXPECT_EQ(m.phase, 4194304);
     EXPECT_EQ(m.getPhase(), 0.25F);
+    m.setPhase(0.1F); // 1677721.625 units
+    EXPECT_EQ(m.phase, 1677721);
+    EXPECT_EQ(m.getPhase(), 1677721.0F / 16777216.0F);
     m.setPhase(-0.5F);
     EXPECT_EQ(m.phase, 0);
     m.setPhase(1000.0F);
