@@ -9,7 +9,8 @@ build=$(realpath "${1:-build/release}")
 [ -n "${DISPLAY_GIVEN:-}" ] || DISPLAY_GIVEN=1 exec tests/support/with-xvfb.sh "$0" "$build"
 
 work=$(mktemp -d)
-host= desktop=
+host=
+desktop=
 finish() {
   [ -z "$host" ] || kill -KILL "$host" 2>/dev/null || true # it may stand in a dialog
   [ -z "$desktop" ] || kill "$desktop" 2>/dev/null || true

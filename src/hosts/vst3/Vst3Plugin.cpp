@@ -190,6 +190,14 @@ void Vst3Plugin::run(const float** inputs, float** outputs, uint32_t frames) {
     host_->render(inputs, outputs, frames, host::SpanEvents(follower_.changes(values)));
 }
 
+void Vst3Plugin::applyChanges() {
+    const float* noInput[2] = {nullptr, nullptr};
+    float* noOutput[2] = {nullptr, nullptr};
+    if (ready_) {
+        run(noInput, noOutput, 0);
+    }
+}
+
 host::ParameterFollower::Values Vst3Plugin::wantedValues() const noexcept {
     host::ParameterFollower::Values values{};
     for (std::size_t i = 0; i < kParameterCount; ++i) {

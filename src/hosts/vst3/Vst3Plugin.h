@@ -26,6 +26,8 @@ public:
 
     /// The instance's editor, made on the first call; null if it can't be made. Main thread.
     std::shared_ptr<Vst3Editor> editor();
+    /// Passes on what has been set, as a block without frames. Render thread.
+    void applyChanges();
 
 protected:
     const char* getLabel() const override { return "QOR_Limiter"; }
@@ -53,9 +55,9 @@ private:
     void edited(AUParameterAddress address, host::EditPhase phase, float value);
 
     std::shared_ptr<host::PluginRuntime> runtime_; // outlives the unit
-    std::unique_ptr<host::UnitHost> host_; // absent if the unit could not be made
-    std::shared_ptr<Vst3Editor> editor_;   // from the first view on; views know it, too
-    bool ready_ = false;                   // to render; otherwise the input goes through
+    std::unique_ptr<host::UnitHost> host_;         // absent if the unit could not be made
+    std::shared_ptr<Vst3Editor> editor_;           // from the first view on; views know it, too
+    bool ready_ = false;                           // to render; otherwise the input goes through
     ControlValues<kControlCount> wanted_;
     host::ParameterFollower follower_;
     std::atomic<bool> recalling_{true}; // what stands in `wanted_` is a state, not a move

@@ -118,6 +118,18 @@ TEST_F(Vst3Bundle, RendersAsTheUnitDoes) {
     instance.deactivate();
 }
 
+TEST_F(Vst3Bundle, TakesChangesThatComeWithoutFrames) {
+    Vst3Instance byFlush(host);
+    Vst3Instance byBlock(host);
+    byFlush.activate();
+    byBlock.activate();
+    constexpr auto kTrim = static_cast<v3_param_id>(kLimiterTrim);
+    byFlush.flush({{kTrim, 0, 0.9}, {kTrim, 0, 0.25}, {kHostBypass + 1, 0, 0.5}, {kTrim + 1, 0, 2.0}});
+    EXPECT_EQ(byFlush.value(kTrim), 0.25);
+    EXPECT_EQ(byFlush.process(tone(1000)), byBlock.process(tone(1000), 1000, {{kTrim, 0, 0.25}}));
+    EXPECT_EQ(byFlush.state(), byBlock.state());
+}
+
 TEST_F(Vst3Bundle, SavesAndRestoresEveryValueToTheBit) {
     Vst3Instance first(host);
     first.activate();

@@ -159,6 +159,7 @@ protected:
         constexpr int kHeight = 110;
         XImage* const image = XGetImage(display, parent, 150, 135, kWidth, kHeight, AllPlanes, ZPixmap);
         std::vector<unsigned long> pixels;
+        pixels.reserve(kWidth * kHeight);
         for (int i = 0; i < kWidth * kHeight; ++i) {
             pixels.push_back(XGetPixel(image, i % kWidth, i / kWidth));
         }
@@ -239,6 +240,16 @@ TEST_F(Vst3Editor, FollowsAutomationWithoutTellingItBack) {
     pump(20);
     EXPECT_TRUE(host.edits.empty());
     dragTrim(10); // goes on from there
+    EXPECT_NEAR(instance->value(kTrim), 0.80, 0.011);
+}
+
+TEST_F(Vst3Editor, FollowsChangesThatComeWithoutFrames) {
+    instance->activate();
+    ASSERT_TRUE(open());
+    instance->flush({{kTrim, 0, 0.75}});
+    pump(20);
+    EXPECT_TRUE(host.edits.empty());
+    dragTrim(10);
     EXPECT_NEAR(instance->value(kTrim), 0.80, 0.011);
 }
 

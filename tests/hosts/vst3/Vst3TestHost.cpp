@@ -383,6 +383,20 @@ std::vector<float> Vst3Instance::process(const std::vector<float>& input, std::i
     return output;
 }
 
+void Vst3Instance::flush(const std::vector<HostChange>& changes) {
+    ChangeList list;
+    ChangeList told;
+    for (const HostChange& change : changes) {
+        list.queue(change.id).points.emplace_back(change.offset, change.value);
+    }
+    v3_process_data data{};
+    data.process_mode = V3_REALTIME;
+    data.symbolic_sample_size = V3_SAMPLE_32;
+    data.input_params = list.get();
+    data.output_params = told.get();
+    v3_cpp_obj(processor)->process(processor, &data);
+}
+
 double Vst3Instance::value(v3_param_id id) const {
     return v3_cpp_obj(controller)->get_parameter_normalised(controller, id);
 }

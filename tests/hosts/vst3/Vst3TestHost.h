@@ -112,6 +112,8 @@ public:
     /// Interleaved stereo through the instance, in blocks.
     std::vector<float> process(const std::vector<float>& input, std::int32_t block = 512,
                                const std::vector<HostChange>& changes = {});
+    /// A block without frames.
+    void flush(const std::vector<HostChange>& changes);
     /// Normalized, as the controller has it.
     double value(v3_param_id id) const;
     std::vector<char> state(std::int32_t most = INT32_MAX) const;
