@@ -153,30 +153,20 @@ Result<void> Job::drawReportFile() {
 
 // All contents are on the disk before the first file gets its name: the files appear together or not at all.
 Result<void> Job::commit() {
-    if (report_ != nullptr) {
-        if (Result<void> drawn = drawReportFile(); !drawn) {
-            return drawn;
-        }
+    Result<void> done = report_ == nullptr ? Result<void>() : drawReportFile();
+    if (done && meters_ != nullptr) {
+        done = meters_->finish();
     }
-    if (meters_ != nullptr) {
-        if (Result<void> finished = meters_->finish(); !finished) {
-            return finished;
-        }
+    if (done) {
+        done = writer_->finish();
     }
-    if (Result<void> finished = writer_->finish(); !finished) {
-        return finished;
+    if (done && report_ != nullptr) {
+        done = report_->commit();
     }
-    if (report_ != nullptr) {
-        if (Result<void> named = report_->commit(); !named) {
-            return named;
-        }
+    if (done && meters_ != nullptr) {
+        done = meters_->commit();
     }
-    if (meters_ != nullptr) {
-        if (Result<void> named = meters_->commit(); !named) {
-            return named;
-        }
-    }
-    return writer_->commit();
+    return done ? writer_->commit() : done;
 }
 
 RenderSummary Job::summary() const {

@@ -119,31 +119,30 @@ std::vector<AUParameterAddress> SystemPeakLimiter::parametersForOverviewWithCoun
     return most;
 }
 
-OSStatus SystemPeakLimiter::setParameter(AudioUnitParameterID id, AudioUnitScope scope,
-                                         AudioUnitElement element, AudioUnitParameterValue value,
-                                         [[maybe_unused]] std::uint32_t offset) noexcept {
+OSStatus SystemPeakLimiter::checkPlace(AudioUnitParameterID id, AudioUnitScope scope,
+                                       AudioUnitElement element) noexcept {
     if (scope != kAudioUnitScope_Global) {
         return kAudioUnitErr_InvalidScope;
     }
     if (element != 0) {
         return kAudioUnitErr_InvalidElement;
     }
-    if (id >= Renderer::kRanges.size()) {
-        return kAudioUnitErr_InvalidParameter;
+    return id < Renderer::kRanges.size() ? noErr : kAudioUnitErr_InvalidParameter;
+}
+
+OSStatus SystemPeakLimiter::setParameter(AudioUnitParameterID id, AudioUnitScope scope,
+                                         AudioUnitElement element, AudioUnitParameterValue value,
+                                         [[maybe_unused]] std::uint32_t offset) noexcept {
+    if (const OSStatus status = checkPlace(id, scope, element); status != noErr) {
+        return status;
     }
     return renderer_->setParameter(id, value) ? noErr : kAudioUnitErr_InvalidParameterValue;
 }
 
 OSStatus SystemPeakLimiter::getParameter(AudioUnitParameterID id, AudioUnitScope scope,
                                          AudioUnitElement element, AudioUnitParameterValue& value) noexcept {
-    if (scope != kAudioUnitScope_Global) {
-        return kAudioUnitErr_InvalidScope;
-    }
-    if (element != 0) {
-        return kAudioUnitErr_InvalidElement;
-    }
-    if (id >= Renderer::kRanges.size()) {
-        return kAudioUnitErr_InvalidParameter;
+    if (const OSStatus status = checkPlace(id, scope, element); status != noErr) {
+        return status;
     }
     value = renderer_->parameter(id);
     return noErr;

@@ -50,6 +50,9 @@ private:
 
     SystemPeakLimiter();
     void makeParameterTree();
+    /// noErr for a parameter of the unit, otherwise what is wrong with its place.
+    static OSStatus checkPlace(AudioUnitParameterID id, AudioUnitScope scope,
+                               AudioUnitElement element) noexcept;
 
     Ref<Renderer> renderer_;
     Ref<AUAudioUnitBusArray> inputs_;
