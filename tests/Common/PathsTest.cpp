@@ -1,6 +1,7 @@
 #include "Common/Paths.h"
 
 #include "support/CapturedLog.h"
+#include "support/NoUserEntry.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gmock/gmock.h>
@@ -52,6 +53,16 @@ TEST_F(Paths, AbsentResourcesAreLoggedAndStayAbsent) {
     EXPECT_EQ(resourcesURL, std::nullopt);
     EXPECT_EQ(lines().back(),
               "AudioUnitViewController::getPaths() : ERROR: Audio Unit's resources path is nil.");
+}
+
+TEST_F(Paths, AbsentDocumentsAreLoggedAndStayAbsent) {
+    const test::ScopedVariable noHome("HOME", std::nullopt);
+    const test::ScopedVariable noConfig("XDG_CONFIG_HOME", std::nullopt);
+    const test::NoUserEntry nobody;
+    getPaths();
+    EXPECT_EQ(documentsURL, std::nullopt);
+    EXPECT_EQ(lines().front(),
+              "AudioUnitViewController::getPaths() : ERROR: Audio Unit's documents path is nil.");
 }
 
 TEST_F(Paths, ADirectoryIsMadeWithThoseAboveIt) {

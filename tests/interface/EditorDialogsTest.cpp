@@ -1,5 +1,6 @@
 #include "EditorFixture.h"
 
+#include "support/NoUserEntry.h"
 #include "support/TemporaryDirectory.h"
 
 #include <filesystem>
@@ -108,6 +109,15 @@ TEST_F(EditorDialogs, ANameThatExistsIsAskedForAgainUntilItIsFree) {
     EXPECT_EQ(answer(""), "Documents");      // the directory itself exists
     EXPECT_EQ(answer("free"), std::nullopt);
     EXPECT_FALSE(std::filesystem::exists(documents / "free")); // nothing is written
+}
+
+TEST_F(EditorDialogs, AMissingDocumentsDirectoryEndsTheProcess) {
+    const test::ScopedVariable noHome("HOME", std::nullopt);
+    const test::ScopedVariable noConfig("XDG_CONFIG_HOME", std::nullopt);
+    const test::NoUserEntry nobody;
+    controller->alertFileName("preset", "x");
+    EXPECT_DEATH(headless.key(UIKey::enter), "Index out of range");
+    headless.key(UIKey::escape);
 }
 
 TEST_F(EditorDialogs, APromptWithoutATextFieldTextEndsTheProcess) {

@@ -250,6 +250,35 @@ TEST(BufferedInputBus, NextPullRestoresWhatTheCallbackChanged) {
     EXPECT_EQ(bus.mutableAudioBufferList->mBuffers[0].mData, left);
 }
 
+TEST_F(Adapter, EveryPullGetsTheWholeBufferWhateverTheLastOneLeft) {
+    adapter.setMaximumFramesToRender(64);
+    adapter.allocateRenderResources();
+    std::vector<std::uint32_t> sizes;
+    std::vector<void*> places;
+    const AURenderPullInputBlock tamper = [&](AudioUnitRenderActionFlags*, const AudioTimeStamp*,
+                                              std::uint32_t, long, AudioBufferList* list) {
+        sizes.push_back(list->mBuffers[1].mDataByteSize);
+        places.push_back(list->mBuffers[1].mData);
+        list->mBuffers[1].mDataByteSize = 12;
+        return noErr;
+    };
+    StereoOutput out(8);
+    EXPECT_EQ(callBlock(out, 8, tamper), noErr);
+    EXPECT_EQ(callBlock(out, 8, tamper), noErr);
+    EXPECT_EQ(callMethod(out, 8, tamper), noErr);
+    EXPECT_EQ(sizes, (std::vector<std::uint32_t>{256, 256, 256})); // 64 frames of 4 bytes
+    EXPECT_EQ(places, std::vector<void*>(3, places[0]));
+}
+
+TEST_F(Adapter, DeallocationFreesTheInputAndTheKernelKeepsItsState) {
+    adapter.allocateRenderResources();
+    adapter.setParameterEx(2, 0.25F);
+    adapter.setSamplerate(96000.0F);
+    adapter.deallocateRenderResources();
+    EXPECT_EQ(adapter.getParameterEx(2), 0.25F);
+    EXPECT_EQ(adapter.getSamplerate(), 96000.0F);
+}
+
 TEST(BufferedInputBus, PullWithoutACallbackIsNoConnection) {
     BufferedInputBus bus;
     bus.init(AVAudioFormat(48000.0, 2), 2);
