@@ -60,6 +60,7 @@ TEST_F(UnitRender, OutputBusOneIsRefusedAndLeavesEverythingUntouched) {
 TEST_F(UnitRender, ANegativeOutputBusPasses) {
     EXPECT_EQ(render(-1), noErr);
     EXPECT_EQ(pulls, 1);
+    ASSERT_EQ(wrapped.renders.size(), 1U);
     EXPECT_EQ(wrapped.renders.front().bus, 0);
 }
 
@@ -134,6 +135,7 @@ TEST_F(UnitRender, TooManyFramesIsAKernelFailure) {
 TEST_F(UnitRender, AnAbsentPullCallbackStaysAbsent) {
     pull = nullptr;
     EXPECT_EQ(render(), noErr);
+    ASSERT_EQ(wrapped.renders.size(), 1U);
     EXPECT_FALSE(wrapped.renders.front().pull);
 }
 
