@@ -173,13 +173,14 @@ TEST(Limiter1, ComparisonsWithNaNTakeTheSecondBranch) {
 }
 
 TEST(Limiter1, ExactlyOneHalfSelectsTheThresholdLawAndNoAudition) {
-    Limiter1 element = plainElement(0.0F);
-    element.knee = 0.5F;
-    element.audition = 0.5F;
-    element.gain = 0.5F;
-    element.releaseCoefficient = 0.0F;
-    EXPECT_EQ(run(element, 2.0F), 1.0F); // 2.0 times the gain, and not what is taken away
-    EXPECT_EQ(element.gainTarget, 0.5F); // (0.5 * 0.5) * 2.0; the other law's target is 1 / 3
+    for (const float knee : {0.5F, 1.0F}) {
+        Limiter1 element = plainElement(knee);
+        element.audition = 0.5F;
+        element.gain = 0.25F;
+        element.attackCoefficient = element.releaseCoefficient = 0.0F;
+        EXPECT_EQ(run(element, 2.0F), 0.5F); // what is taken away would be 1.5
+        EXPECT_EQ(element.gainTarget, knee > 0.5F ? 1.0F / 3.0F : 0.25F);
+    }
 }
 
 TEST(Limiter1, ATinyLevelIsRoundedInTheOrderOfTheFormula) {
