@@ -1,14 +1,25 @@
 #include "Lv2UiHost.h"
 
 #include <dlfcn.h>
+#include <lv2/atom/atom.h>
+#include <lv2/options/options.h>
+#include <lv2/urid/urid.h>
 
+#include <array>
 #include <chrono>
+#include <string_view>
 #include <thread>
 
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
 
 namespace test {
+
+namespace {
+
+enum Urid : LV2_URID { kScaleKey = 1, kFloat = 2, kOther = 3 };
+
+} // namespace
 
 const LV2UI_Descriptor* uiDescriptor() {
     static void* object = dlopen(QOR_LV2_UI_OBJECT, RTLD_NOW | RTLD_LOCAL);
@@ -17,7 +28,7 @@ const LV2UI_Descriptor* uiDescriptor() {
     return entry == nullptr ? nullptr : entry(0);
 }
 
-bool UiHost::open(Window parent) {
+bool UiHost::open(Window parent, float scale) {
     const LV2UI_Write_Function write = [](LV2UI_Controller self, std::uint32_t index, std::uint32_t size,
                                           std::uint32_t format, const void* value) {
         EXPECT_EQ(size, sizeof(float));
@@ -34,10 +45,25 @@ bool UiHost::open(Window parent) {
     const LV2_Feature touchFeature{LV2_UI__touch, &touch_};
     const LV2_Feature resizeFeature{LV2_UI__resize, &resize_};
     const LV2_Feature parentFeature{LV2_UI__parent, reinterpret_cast<void*>(parent)};
-    const LV2_Feature* const features[] = {&touchFeature, &resizeFeature,
-                                           parent != 0 ? &parentFeature : nullptr, nullptr};
+    LV2_URID_Map map{
+        nullptr, [](LV2_URID_Map_Handle /*self*/, const char* uri) -> LV2_URID {
+            const std::string_view text(uri);
+            return text == LV2_UI__scaleFactor ? kScaleKey : text == LV2_ATOM__Float ? kFloat : kOther;
+        }};
+    const std::array<LV2_Options_Option, 2> options{
+        {{LV2_OPTIONS_INSTANCE, 0, kScaleKey, sizeof scale, kFloat, &scale}, {}}};
+    const LV2_Feature mapFeature{LV2_URID__map, &map};
+    const LV2_Feature optionsFeature{LV2_OPTIONS__options, const_cast<LV2_Options_Option*>(options.data())};
+    std::vector<const LV2_Feature*> features{&touchFeature, &resizeFeature};
+    if (parent != 0) {
+        features.push_back(&parentFeature);
+    }
+    if (scale != 0.0F) {
+        features.insert(features.end(), {&mapFeature, &optionsFeature});
+    }
+    features.push_back(nullptr);
     handle_ = uiDescriptor()->instantiate(uiDescriptor(), qor::lv2::kPluginUri, "/", write, this, &widget_,
-                                          features);
+                                          features.data());
     return handle_ != nullptr;
 }
 

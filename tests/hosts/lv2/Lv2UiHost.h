@@ -27,8 +27,8 @@ public:
     UiHost(const UiHost&) = delete;
     UiHost& operator=(const UiHost&) = delete;
 
-    /// Embedded in a window, or free-standing in none.
-    bool open(Window parent);
+    /// Embedded in a window, or free-standing in none. The scale goes with the host's options; 0 for none.
+    bool open(Window parent, float scale = 0.0F);
     void close();
     bool isOpen() const { return handle_ != nullptr; }
     Window window() const { return reinterpret_cast<Window>(widget_); }

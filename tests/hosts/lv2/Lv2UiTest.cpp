@@ -43,6 +43,36 @@ TEST_F(Lv2Ui, OpensInItsParentAndAsksForItsSize) {
     EXPECT_EQ(ui.asked, (std::pair<int, int>{512, 392}));
 }
 
+TEST_F(Lv2Ui, HasTheScaleOfTheHostsOptionsFromItsFirstPictureOn) {
+    for (const auto& [scale, size] : {std::pair{2.0F, std::pair{1024, 784}}, {1.5F, {768, 588}}}) {
+        ASSERT_TRUE(ui.open(makeParent(), scale));
+        EXPECT_EQ(ui.asked, size);
+        XWindowAttributes attributes{};
+        XGetWindowAttributes(display, ui.window(), &attributes);
+        EXPECT_EQ((std::pair{attributes.width, attributes.height}), size);
+        ui.close();
+    }
+    // No scale of any use: the desktop's.
+    for (const float scale : {-1.0F, 100.0F, std::numeric_limits<float>::quiet_NaN()}) {
+        ASSERT_TRUE(ui.open(makeParent(), scale));
+        EXPECT_EQ(ui.asked, (std::pair{512, 392})) << scale;
+        ui.close();
+    }
+}
+
+TEST_F(Lv2Ui, AKnobIsDraggedInPointsAtEveryScale) {
+    ASSERT_TRUE(ui.open(makeParent(), 2.0F));
+    idle(30);
+    motion(2 * 84, 2 * 93);
+    press(true);
+    motion(2 * 84, 2 * 83);
+    motion(2 * 84, 2 * 73);
+    press(false);
+    ASSERT_FALSE(ui.written.empty());
+    EXPECT_EQ(ui.written.back().first, kAttackPort);
+    EXPECT_NEAR(ui.written.back().second, 0.2F, 1e-5F) << "twenty points are a tenth of the range";
+}
+
 TEST_F(Lv2Ui, ADragWritesThePortWithinATouch) {
     ASSERT_TRUE(open(makeParent()));
     idle(30);
