@@ -44,6 +44,7 @@ bool UiHost::open(Window parent, float scale) {
                }};
     const LV2_Feature touchFeature{LV2_UI__touch, &touch_};
     const LV2_Feature resizeFeature{LV2_UI__resize, &resize_};
+    // A window's number goes as a pointer. NOLINTNEXTLINE(performance-no-int-to-ptr)
     const LV2_Feature parentFeature{LV2_UI__parent, reinterpret_cast<void*>(parent)};
     LV2_URID_Map map{
         nullptr, [](LV2_URID_Map_Handle /*self*/, const char* uri) -> LV2_URID {
