@@ -257,8 +257,12 @@ TEST(Limiter1, CompressionOfFullGainIsOneAndOfNoGainIsZero) {
     EXPECT_EQ(element.getCompression(), 1.0F);
     element.gain = kNaN;
     EXPECT_EQ(element.getCompression(), 1.0F);
-    element.gain = 0.999F; // tiny reductions are clamped
-    EXPECT_EQ(element.getCompression(), 1.0F);
+    for (const float tiny : {0.97F, 0.999F}) { // -70 and -138 on the scale: clamped
+        element.gain = tiny;
+        EXPECT_EQ(element.getCompression(), 1.0F);
+    }
+    element.gain = 0.94F; // -56
+    EXPECT_NEAR(element.getCompression(), 0.938F, 0.001F);
     element.gain = 0.0F;
     EXPECT_EQ(element.getCompression(), 0.0F);
     element.gain = 0.5F;
