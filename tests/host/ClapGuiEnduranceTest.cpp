@@ -3,6 +3,7 @@
 #include "ClapAudioThread.h"
 #include "ClapGuiFixture.h"
 #include "DisplayErrors.h"
+#include "support/LevelMemory.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -81,19 +82,9 @@ protected:
         const std::ptrdiff_t descriptors = entriesOf("/proc/self/fd");
         const std::ptrdiff_t threads = entriesOf("/proc/self/task");
         const int errors = displayErrors();
-        // What leaks grows in every round; what the display's libraries keep once, at a time of their own, in
-        // one of them.
-        std::size_t least = SIZE_MAX;
-        for (int round = 0; round < 5; ++round) {
-            const std::size_t before = ::mallinfo2().uordblks;
-            openAndClose(100);
-            const std::size_t after = ::mallinfo2().uordblks;
-            least = std::min(least, after > before ? after - before : 0);
-        }
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // whose allocators have no such figures
         // Less than a hundred bytes an opening: what Xlib itself keeps for a display's input method.
-        EXPECT_LT(least, 10000U);
-#endif
+        EXPECT_TRUE(::test::staysLevel(
+            10000, [&] { openAndClose(100); }, 5));
         EXPECT_EQ(editor.host.timers, timers);
         EXPECT_TRUE(editor.host.descriptors.empty());
         EXPECT_EQ(entriesOf("/proc/self/fd"), descriptors);

@@ -1,6 +1,8 @@
 // How LV2 editors come and go: often, beside running sound, in the middle of things, and with the display.
 #include "Lv2UiHost.h"
 
+#include "support/LevelMemory.h"
+
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <lv2/core/lv2.h>
@@ -142,36 +144,25 @@ protected:
         }
     }
 
-    /// Opens and closes in rounds. What leaks grows in every one of them; what the display's libraries keep
-    /// once, at a time of their own, in one.
     void expectLevelMemory(const Sound* sound) {
         constexpr int kRounds = 4;
         const int times = openings() / (kRounds + 1);
-        std::size_t least = SIZE_MAX;
         const auto start = std::chrono::steady_clock::now();
-        std::string rounds;
-        long threads = 0;
-        long files = 0;
+        auto level = ::testing::AssertionFailure();
         {
             const Quiet quiet;
             openAndClose(times, sound);
-            threads = countOf("/proc/self/task");
-            files = countOf("/proc/self/fd");
-            for (int round = 0; round < kRounds; ++round) {
-                const std::size_t before = ::mallinfo2().uordblks;
-                openAndClose(times, sound);
-                const std::size_t after = ::mallinfo2().uordblks;
-                least = std::min(least, after > before ? after - before : 0);
-                rounds += " " + std::to_string(static_cast<long>(after) - static_cast<long>(before));
-            }
+            const long threads = countOf("/proc/self/task");
+            const long files = countOf("/proc/self/fd");
+            // Less than a hundred bytes an opening: what Xlib itself keeps for a display's input method.
+            level = ::test::staysLevel(
+                static_cast<std::size_t>(times) * 100, [&] { openAndClose(times, sound); }, kRounds);
             EXPECT_EQ(countOf("/proc/self/task"), threads);
             EXPECT_EQ(countOf("/proc/self/fd"), files);
         }
         const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-        std::printf("%d openings in %.1f s; the heap grew in rounds of %d by%s bytes\n",
-                    times * (kRounds + 1), taken.count(), times, rounds.c_str());
-        // Less than a hundred bytes an opening: what Xlib itself keeps for a display's input method.
-        EXPECT_LT(least, static_cast<std::size_t>(times) * 100U);
+        std::printf("rounds of %d openings, %.1f s: %s\n", times, taken.count(), level.message());
+        EXPECT_TRUE(level);
         EXPECT_EQ(displayErrors, 0);
     }
 

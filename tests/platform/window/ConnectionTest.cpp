@@ -1,6 +1,8 @@
 // What the process survives.
 #include "DisplayFixture.h"
 
+#include "support/LevelMemory.h"
+
 #include <algorithm>
 #include <cstdint>
 
@@ -123,17 +125,8 @@ TEST_F(ConnectionTest, ManyOpeningsLeaveTheMemoryLevel) {
         }
     };
     openAndClose(30);
-    // What leaks grows in every round; what the display's libraries keep once, at a time of their own, in one
-    // of them.
-    std::size_t least = SIZE_MAX;
-    for (int round = 0; round < 3; ++round) {
-        const std::size_t before = ::mallinfo2().uordblks;
-        openAndClose(100);
-        const std::size_t after = ::mallinfo2().uordblks;
-        least = std::min(least, after > before ? after - before : 0);
-    }
     // Less than a hundred bytes an opening: what Xlib itself keeps for a display's input method.
-    EXPECT_LT(least, 10000U);
+    EXPECT_TRUE(::test::staysLevel(10000, [&] { openAndClose(100); }));
 }
 
 } // namespace
