@@ -73,13 +73,6 @@ public:
     std::vector<std::string> MIDIOutputNames() override;
     AUMIDIOutputEventBlock MIDIOutputEventBlock() override;
     void setMIDIOutputEventBlock(AUMIDIOutputEventBlock block) override;
-    bool supportsUserPresets() override;
-    bool canPerformInput() override;
-    bool canPerformOutput() override;
-    bool canProcessInPlace() override;
-    std::optional<std::vector<std::int64_t>> channelCapabilities() override;
-    std::optional<std::vector<std::int64_t>> channelMap() override;
-    void setChannelMap(std::optional<std::vector<std::int64_t>> map) override;
 
     // State and presets. A host checks a file or state first: a value of the wrong kind, or a program without
     // resources, stops the process.
@@ -88,6 +81,7 @@ public:
     std::optional<PropertyListDictionary> fullState() override;
     /// Stores the state and reads it as a preset: each parameter that the reader finds is set in the tree.
     void setFullState(std::optional<PropertyListDictionary> state) override;
+    bool supportsUserPresets() override;
     /// Lists the factory directory and appends to `presets`, on every call again; the number of a preset is
     /// the place of its file among all entries.
     std::optional<std::vector<Ref<AUAudioUnitPreset>>> factoryPresets() override;
@@ -98,15 +92,25 @@ public:
     /// Reads the file of the preset's name in the factory directory, for user presets too. What it holds is
     /// reported to whatever delegate stands. Fails with kAudioUnitErr_InvalidFilePath.
     Result<PropertyListDictionary> presetStateFor(const AUAudioUnitPreset& preset) override;
-    /// Sets the tree's parameter of the address, if there is one.
-    void onFoundParameter(std::int64_t group, const std::string& identifier, std::uint64_t address,
-                          float value) override;
+
+    // Channels. Two in, two out.
+    bool canPerformInput() override;
+    bool canPerformOutput() override;
+    bool canProcessInPlace() override;
+    std::optional<std::vector<std::int64_t>> channelCapabilities() override;
+    std::optional<std::vector<std::int64_t>> channelMap() override;
+    void setChannelMap(std::optional<std::vector<std::int64_t>> map) override;
 
     /// A new closure on each call. It keeps the unit, and uses the MIDI output block and the system limiter's
     /// render block of this moment. One call: the kernel, then, while kLimiterFinalLimiter is exactly 1.0,
     /// the system limiter into the same list, fed by a second pull. Render thread; apart from failures it
     /// neither allocates nor logs.
     AUInternalRenderBlock internalRenderBlock() override;
+
+    // Of the delegate of presets.
+    /// Sets the tree's parameter of the address, if there is one.
+    void onFoundParameter(std::int64_t group, const std::string& identifier, std::uint64_t address,
+                          float value) override;
 
     // Bridges for the editor, by address. A negative address belongs to no parameter.
     void setParameter(std::int32_t address, float value);
