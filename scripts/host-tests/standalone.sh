@@ -75,7 +75,7 @@ picture lost-server
 start_server
 eventually has_ports elsewhere || fail "the program does not join the server that is back"
 eventually bash -c 'jack_lsp -c elsewhere:out_left | grep -q system:playback_1' || fail "the connections do not come back"
-kill -KILL "$server"
+kill -TERM "$server" # which frees its place among the machine's servers, too
 wait "$server" 2>/dev/null || true
 eventually bash -c "[ \$(grep -c 'the JACK server has gone' '$work/app.log') = 2 ]" ||
   fail "the program does not say that the server has gone again"
