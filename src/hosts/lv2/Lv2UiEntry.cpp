@@ -66,6 +66,7 @@ LV2UI_Handle instantiate(const LV2UI_Descriptor* /*descriptor*/, const char* plu
         return nullptr;
     }
     std::unique_ptr<Lv2Editor> editor = std::move(opened).value();
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the interface's widget is the window's number
     *widget = reinterpret_cast<LV2UI_Widget>(editor->window());
     if (const auto* resize = feature<const LV2UI_Resize>(features, LV2_UI__resize); resize != nullptr) {
         const platform::CGSize size = editor->size();
