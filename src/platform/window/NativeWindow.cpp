@@ -243,8 +243,7 @@ bool NativeWindow::isGone() const noexcept {
 
 bool NativeWindow::pump(double timeout) {
     State& state = *state_;
-    const bool goneBefore = state.gone();
-    if (!goneBefore) {
+    if (!state.gone()) {
         const RunLoop::Scope loop(state.loop);
         const DisplayGuard::Scope scope(*state.guard);
         if (XPending(state.display) == 0 && timeout > 0.0 && !state.gone()) {
@@ -273,7 +272,9 @@ bool NativeWindow::pump(double timeout) {
         const auto callback = onResize;
         callback(state.placement.points);
     }
-    if ((std::exchange(state.closeWanted, false) || (!alive && !goneBefore)) && onClose) {
+    // Also where the end was noticed between two calls.
+    const bool ended = !alive && !std::exchange(state.endTold, true);
+    if ((std::exchange(state.closeWanted, false) || ended) && onClose) {
         const auto callback = onClose;
         callback(); // `this` may be gone
     }

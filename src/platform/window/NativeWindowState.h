@@ -38,6 +38,7 @@ struct NativeWindow::State {
     ContentPlacement placement;
     CGSize pixels; // of the window
     bool destroyed = false;
+    bool endTold = false; // by `onClose`
 
     // Found by events, answered at the end of `pump`.
     bool closeWanted = false;

@@ -3,10 +3,7 @@
 
 #include "support/LevelMemory.h"
 
-#include <algorithm>
-#include <cstdint>
-
-#include <malloc.h>
+#include <unistd.h>
 
 namespace platform {
 namespace {
@@ -104,6 +101,24 @@ TEST_F(ConnectionTest, ALostConnectionLeavesTheProcessAlive) {
     EXPECT_EQ(XSetIOErrorHandler(before), static_cast<XIOErrorHandler>(hostHandler));
     open({.size = {.width = 300.0, .height = 200.0}, .scale = 1.0});
     EXPECT_EQ(pixel(10, 10), 0xFF0000UL) << "a new connection works";
+}
+
+TEST_F(ConnectionTest, ALossNoticedBetweenTwoPumpsIsToldByTheNext) {
+    open({.size = {.width = 300.0, .height = 200.0}, .scale = 1.0});
+    int closed = 0;
+    window->onClose = [&] { ++closed; };
+    XKillClient(display, window->nativeHandle());
+    XSync(display, False);
+    for (int i = 0; i < 5000 && !window->isGone(); ++i) {
+        window->setTitle("still there?");
+        ::usleep(1000);
+    }
+    ASSERT_TRUE(window->isGone());
+    EXPECT_EQ(closed, 0);
+    EXPECT_FALSE(window->pump(0.01));
+    EXPECT_EQ(closed, 1);
+    EXPECT_FALSE(window->pump(0.01));
+    EXPECT_EQ(closed, 1);
 }
 
 TEST_F(ConnectionTest, AConnectionLostUnseenLeavesTheProcessAliveAtTheEnd) {
