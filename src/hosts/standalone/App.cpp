@@ -161,11 +161,11 @@ void App::turn() {
 }
 
 int App::run() {
+    const StopSignal stop; // first: who sees the window may end the program
     if (auto opened = open(); !opened) {
         say(opened.error().localizedDescription());
         return 1;
     }
-    const StopSignal stop;
     sound_.emplace(*unit_);
     startSound();
     keptAt_ = joinedAt_ = steadyClock().now();
