@@ -60,7 +60,7 @@ public:
     void removeFromSuperview();
     bool isDescendantOfView(const UIView& view) const noexcept;
     /// The view itself or the first one below it with that identifier.
-    UIView* viewWithIdentifier(const std::string& identifier);
+    UIView* viewWithIdentifier(const std::string& wanted);
 
     std::string identifier; // for layouts and tests
     bool userInteractionEnabled = true;

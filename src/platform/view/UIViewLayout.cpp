@@ -114,6 +114,7 @@ void UIView::addConstraint(Ref<NSLayoutConstraint> constraint) {
 }
 
 void UIView::removeConstraint(const Ref<NSLayoutConstraint>& constraint) {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): it may be the element itself
     const Ref<NSLayoutConstraint> keep = constraint;
     std::erase(constraints_, keep);
     if (superview_ != nullptr) {

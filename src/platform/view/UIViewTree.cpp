@@ -19,6 +19,7 @@ void UIView::addSubview(Ref<UIView> view) {
     insertSubview(std::move(view), subviews_.size());
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): it may be the element that the old superview drops
 void UIView::insertSubview(Ref<UIView> view, std::size_t index) {
     if (!view || view.get() == this || isDescendantOfView(*view)) {
         return;
@@ -95,6 +96,7 @@ UIView* UIView::hitTest(const CGPoint& point, const UIEvent* event) {
     if (hidden_ || !userInteractionEnabled || alpha_ < kLeastAlpha || !pointInside(point, event)) {
         return nullptr;
     }
+    // NOLINTNEXTLINE(modernize-loop-convert): clang 14 cannot read the library's reversed views
     for (auto child = subviews_.rbegin(); child != subviews_.rend(); ++child) {
         const CGAffineTransform map = (*child)->transformToSuperview();
         if (!CGAffineTransformIsInvertible(map)) {
@@ -121,6 +123,7 @@ void UIView::addGestureRecognizer(Ref<UIGestureRecognizer> recognizer) {
 }
 
 void UIView::removeGestureRecognizer(const Ref<UIGestureRecognizer>& recognizer) {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): it may be the element itself
     const Ref<UIGestureRecognizer> keep = recognizer;
     if (std::erase(recognizers_, keep) > 0) {
         keep->attach(nullptr);

@@ -82,6 +82,7 @@ bool UIWindow::setFirstResponder(UIView* view) {
 }
 
 UIView* UIWindow::topModal(UIView& view) const {
+    // NOLINTNEXTLINE(modernize-loop-convert): clang 14 cannot read the library's reversed views
     for (auto child = view.subviews().rbegin(); child != view.subviews().rend(); ++child) {
         if ((*child)->isHidden()) {
             continue;
