@@ -39,14 +39,14 @@ done; exit 0' || fail "a library is missing"
 
 echo "== formats"
 inside 'lv2ls | grep -x urn:qor:limiter' || fail "the LV2 plug-in is not found"
-inside 'lv2info urn:qor:limiter | grep -q "urn:qor:limiter#ui"' || fail "the LV2 editor is not found"
+inside 'lv2info urn:qor:limiter | grep "urn:qor:limiter#ui" >/dev/null' || fail "the LV2 editor is not found"
 inside "echo CLAP:/usr/lib/clap/qor-limiter.clap | QT_QPA_PLATFORM=offscreen timeout -k 2 30 \
   \$(dpkg -L qtractor | grep '/qtractor_plugin_scan\$') 2>/dev/null | grep '^CLAP|QOR Limiter|2:2|' | cut -d'|' -f1-5" ||
   fail "the CLAP plug-in is not found"
 inside "cd /usr/lib/ardour7 && LD_LIBRARY_PATH=. timeout -k 2 60 ./ardour-vst3-scanner -f -v \
   /usr/lib/vst3/qor-limiter.vst3 2>&1 | grep -o '<VST3Info .* name=.[^>]*'" || fail "the VST3 plug-in is not found"
 for place in /usr/lib/clap/ /usr/lib/vst3/ /usr/lib/lv2/; do # where hosts look without being told
-  inside "dpkg -L qor-limiter | grep -q '^$place'" || fail "nothing in $place"
+  inside "dpkg -L qor-limiter | grep '^$place' >/dev/null" || fail "nothing in $place"
 done
 
 echo "== programs"
